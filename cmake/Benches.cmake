@@ -1,0 +1,27 @@
+# One Google Benchmark program per folder below bench/, all of them in the target `benches`.
+
+find_package(benchmark REQUIRED)
+add_custom_target(benches)
+
+set(links_toolkit toolkit)
+set(links_contracts contracts toolkit)
+set(links_HNManagerPlugin plugin_objects contracts toolkit)
+set(links_device contracts toolkit)
+set(links_host host_cli host_services contracts toolkit)
+
+hn_folders(folders bench)
+foreach(folder IN LISTS folders)
+    hn_sources(sources bench/${folder})
+    if(NOT sources)
+        continue()
+    endif()
+    set(target bench_${folder})
+    add_executable(${target} ${sources})
+    add_dependencies(benches ${target})
+    target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}")
+    hn_link(${target} PRIVATE ${links_${folder}})
+    if(folder STREQUAL device AND TARGET device)
+        target_link_libraries(${target} PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,device>")
+    endif()
+    target_link_libraries(${target} PRIVATE benchmark::benchmark benchmark::benchmark_main)
+endforeach()

@@ -1,0 +1,105 @@
+# The five floors, bottom up. A shared library in the fuzz tree would hide from libFuzzer what it covers: static there.
+
+set(kind SHARED)
+if(HN_FUZZ)
+    set(kind STATIC)
+endif()
+
+# 1 toolkit
+hn_sources(sources toolkit)
+if(sources)
+    add_library(toolkit ${kind} ${sources})
+    target_include_directories(toolkit PUBLIC "${CMAKE_SOURCE_DIR}")
+    target_link_libraries(toolkit PUBLIC Threads::Threads)
+endif()
+
+# 2 contracts
+hn_sources(sources HNManagerPlugin/contracts)
+if(sources)
+    add_library(contracts ${kind} ${sources})
+    target_include_directories(contracts PUBLIC "${CMAKE_SOURCE_DIR}")
+    hn_link(contracts PUBLIC toolkit)
+endif()
+
+# 3 plug-in: tests link the objects, the host opens the module
+hn_sources(sources HNManagerPlugin EXCEPT "/HNManagerPlugin/contracts/")
+if(sources)
+    add_library(plugin_objects OBJECT ${sources})
+    set_target_properties(plugin_objects PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+    target_include_directories(plugin_objects PUBLIC "${CMAKE_SOURCE_DIR}")
+    hn_link(plugin_objects PUBLIC contracts toolkit)
+
+    if(NOT HN_FUZZ)
+        add_library(HNManagerPlugin MODULE)
+        set_target_properties(HNManagerPlugin PROPERTIES PREFIX "" LINK_DEPENDS "${CMAKE_SOURCE_DIR}/cmake/HNManagerPlugin.map")
+        target_link_libraries(HNManagerPlugin PRIVATE plugin_objects)
+        # Instances of library templates are exported whatever the visibility; the map keeps them in.
+        target_link_options(HNManagerPlugin PRIVATE "LINKER:--version-script=${CMAKE_SOURCE_DIR}/cmake/HNManagerPlugin.map")
+    endif()
+endif()
+
+# 4 device: taken whole, since its stores and sample makers register themselves
+hn_sources(sources device)
+if(sources)
+    add_library(device STATIC ${sources})
+    target_include_directories(device PUBLIC "${CMAKE_SOURCE_DIR}")
+    hn_link(device PUBLIC contracts toolkit PkgConfig::SQLITE PkgConfig::PLIST PkgConfig::CRYPTO PkgConfig::HEIF
+        PkgConfig::JPEG Threads::Threads)
+endif()
+
+if(HN_FUZZ)
+    return()
+endif()
+
+# 5 host: everything but main.cpp is an object library, so that tests link it too
+hn_sources(sources host EXCEPT "/host/(cli|window)/|/main\\.cpp$")
+if(sources)
+    add_library(host_services OBJECT ${sources})
+    target_include_directories(host_services PUBLIC "${CMAKE_SOURCE_DIR}")
+    hn_link(host_services PUBLIC nlohmann_json::nlohmann_json contracts toolkit)
+    if(TARGET device)
+        target_link_libraries(host_services PUBLIC "$<LINK_LIBRARY:WHOLE_ARCHIVE,device>")
+    endif()
+    target_link_libraries(host_services PUBLIC ${CMAKE_DL_LIBS})
+endif()
+
+hn_sources(sources host/cli EXCEPT "/main\\.cpp$")
+if(sources)
+    add_library(host_cli OBJECT ${sources})
+    target_include_directories(host_cli PUBLIC "${CMAKE_SOURCE_DIR}")
+    hn_link(host_cli PUBLIC CLI11::CLI11 nlohmann_json::nlohmann_json contracts toolkit)
+    if(TARGET device)
+        target_link_libraries(host_cli PUBLIC "$<LINK_LIBRARY:WHOLE_ARCHIVE,device>")
+    endif()
+endif()
+
+file(GLOB main CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/host/cli/main.cpp")
+if(main)
+    add_executable(hnmanager ${main})
+    hn_link(hnmanager PRIVATE host_cli host_services CLI11::CLI11 contracts toolkit)
+    if(TARGET HNManagerPlugin)
+        add_dependencies(hnmanager HNManagerPlugin)
+    endif()
+endif()
+
+if(Qt6_FOUND)
+    hn_sources(sources host/window EXCEPT "/main\\.cpp$")
+    if(sources)
+        add_library(host_window OBJECT ${sources})
+        set_target_properties(host_window PROPERTIES AUTOMOC ON)
+        target_include_directories(host_window PUBLIC "${CMAKE_SOURCE_DIR}")
+        hn_link(host_window PUBLIC Qt6::Widgets contracts toolkit)
+        if(TARGET device)
+            target_link_libraries(host_window PUBLIC "$<LINK_LIBRARY:WHOLE_ARCHIVE,device>")
+        endif()
+    endif()
+
+    file(GLOB main CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/host/window/main.cpp")
+    if(main)
+        add_executable(hnmanager-window ${main})
+        hn_link(hnmanager-window PRIVATE host_window host_services Qt6::Widgets contracts toolkit)
+        if(TARGET HNManagerPlugin)
+            add_dependencies(hnmanager-window HNManagerPlugin)
+        endif()
+    endif()
+endif()

@@ -1,0 +1,58 @@
+# One GoogleTest program per folder below tests/, all of them in the target `tests`; what they share is in tests/support.
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+add_custom_target(tests)
+
+hn_sources(sources tests/support EXCEPT "/main\\.cpp$")
+if(sources)
+    add_library(tests_support STATIC ${sources})
+    target_include_directories(tests_support PUBLIC "${CMAKE_SOURCE_DIR}")
+    hn_link(tests_support PUBLIC GTest::gmock GTest::gtest contracts toolkit)
+    target_compile_definitions(tests_support PUBLIC HN_SAMPLES_DIR="${CMAKE_SOURCE_DIR}/tests/samples"
+        HN_BINARY_DIR="${CMAKE_BINARY_DIR}")
+endif()
+
+# What each program links besides tests_support. Self-registering code comes as objects or as a whole archive.
+set(links_toolkit toolkit)
+set(links_contracts contracts toolkit)
+set(links_HNManagerPlugin plugin_objects contracts toolkit)
+set(links_device contracts toolkit)
+set(links_host host_cli host_services CLI11::CLI11 contracts toolkit)
+set(links_window host_window host_services Qt6::Widgets Qt6::Test contracts toolkit)
+set(links_tools build_tools)
+
+hn_folders(folders tests)
+list(REMOVE_ITEM folders support samples)
+foreach(folder IN LISTS folders)
+    hn_sources(sources tests/${folder})
+    if(NOT sources OR (folder STREQUAL window AND NOT TARGET host_window))
+        continue()
+    endif()
+    set(target tests_${folder})
+    add_executable(${target} ${sources})
+    add_dependencies(tests ${target})
+    target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}")
+    target_compile_definitions(${target} PRIVATE HN_SAMPLES_DIR="${CMAKE_SOURCE_DIR}/tests/samples"
+        HN_BINARY_DIR="${CMAKE_BINARY_DIR}")
+    hn_link(${target} PRIVATE tests_support ${links_${folder}})
+    if(folder STREQUAL device AND TARGET device)
+        target_link_libraries(${target} PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,device>")
+    endif()
+    if(folder MATCHES "^(host|window)$" AND TARGET HNManagerPlugin)
+        add_dependencies(${target} HNManagerPlugin)
+    endif()
+    # A folder with its own main() keeps it: the archive's is then never asked for.
+    target_link_libraries(${target} PRIVATE GTest::gmock GTest::gtest GTest::gtest_main)
+
+    set(environment "")
+    if(folder STREQUAL window)
+        set(environment ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+        set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    endif()
+    # Suites named ...Threads... are the ones that the thread sanitizer's tree runs.
+    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_FILTER "-*Threads*.*"
+        PROPERTIES TIMEOUT 300 ${environment})
+    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_FILTER "*Threads*.*"
+        PROPERTIES TIMEOUT 300 LABELS threads ${environment})
+endforeach()

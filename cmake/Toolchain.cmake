@@ -1,0 +1,38 @@
+# Flags that every target shares, the compile cache, and where the results go.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# Programs find the plug-in, the shared libraries and Resources/ beside themselves.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+add_compile_options(-Wall -Wextra)
+if(HN_WERROR)
+    add_compile_options(-Werror)
+endif()
+
+if(HN_SANITIZE)
+    add_compile_options(-fsanitize=${HN_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${HN_SANITIZE})
+    if(HN_SANITIZE MATCHES undefined)
+        # vptr compares type names by address, which the module's hidden symbols make differ for one and the same class.
+        add_compile_options(-fno-sanitize-recover=all -fno-sanitize=vptr)
+    endif()
+endif()
+if(HN_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address)
+endif()
+
+# One cache serves every build folder of this source tree: paths below it count relative, the folder itself not at all.
+find_program(HN_CCACHE ccache)
+if(HN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+        CCACHE_SLOPPINESS=pch_defines,time_macros "${HN_CCACHE}")
+endif()
+
+find_package(Threads REQUIRED)
