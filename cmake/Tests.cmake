@@ -51,8 +51,16 @@ foreach(folder IN LISTS folders)
         set_target_properties(${target} PROPERTIES AUTOMOC ON)
     endif()
     # Suites named ...Threads... are the ones that the thread sanitizer's tree runs.
-    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_FILTER "-*Threads*.*"
+    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES TEST_FILTER "-*Threads*.*"
         PROPERTIES TIMEOUT 300 ${environment})
-    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_FILTER "*Threads*.*"
+    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES TEST_FILTER "*Threads*.*"
         PROPERTIES TIMEOUT 300 LABELS threads ${environment})
 endforeach()
+
+# The rules that a compiler does not know of.
+add_dependencies(tests check_includes check_texts resources)
+add_test(NAME includesPointDown COMMAND check_includes "${CMAKE_SOURCE_DIR}")
+if(texts)
+    add_test(NAME everyKeyHasAText
+        COMMAND check_texts "${CMAKE_SOURCE_DIR}" "${CMAKE_BINARY_DIR}/Resources/en.lproj/localization.strings")
+endif()
