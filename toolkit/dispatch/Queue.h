@@ -54,7 +54,7 @@ void performAfterDelay(Duration delay, Block block);
 
 class Semaphore {
 public:
-    explicit Semaphore(int value) : state_(std::make_shared<State>()) { state_->value = value; }
+    explicit Semaphore(int value);
     void wait();
     // False when `timeout` passed first.
     bool waitFor(Duration timeout);
@@ -67,9 +67,3 @@ private:
 };
 
 }  // namespace dispatch
-
-struct dispatch::Semaphore::State {
-    int value = 0;
-    struct Waiters;
-    std::shared_ptr<Waiters> waiters;
-};
