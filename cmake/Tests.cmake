@@ -1,8 +1,10 @@
 # One GoogleTest program per folder below tests/, all of them in the target `tests`; what they share is in tests/support.
+# Suites named ...Threads... have the label threads, the thread sanitizer's tree runs them; `threads_tests` builds those alone.
 
 find_package(GTest REQUIRED)
 include(GoogleTest)
 add_custom_target(tests)
+add_custom_target(threads_tests)
 
 hn_sources(sources tests/support EXCEPT "/main\\.cpp$")
 if(sources)
@@ -50,7 +52,12 @@ foreach(folder IN LISTS folders)
         set(environment ENVIRONMENT QT_QPA_PLATFORM=offscreen)
         set_target_properties(${target} PROPERTIES AUTOMOC ON)
     endif()
-    # Suites named ...Threads... are the ones that the thread sanitizer's tree runs.
+    foreach(source IN LISTS sources)
+        file(STRINGS "${source}" suites REGEX "^(TEST|INSTANTIATE)[A-Z_]*\\(.*Threads")
+        if(suites)
+            add_dependencies(threads_tests ${target})
+        endif()
+    endforeach()
     gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES TEST_FILTER "-*Threads*.*"
         PROPERTIES TIMEOUT 300 ${environment})
     gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES TEST_FILTER "*Threads*.*"
