@@ -3,12 +3,17 @@
 
 find_package(GTest REQUIRED)
 include(GoogleTest)
-add_custom_target(tests)
+hn_precompiled_owner(precompiled_tests <gmock/gmock.h> <gtest/gtest.h>)
+if(TARGET precompiled_tests)
+    target_link_libraries(precompiled_tests PRIVATE GTest::gmock)   # for its definitions
+endif()
+add_custom_target(tests ALL)
 add_custom_target(threads_tests)
 
 hn_sources(sources tests/support EXCEPT "/main\\.cpp$")
 if(sources)
     add_library(tests_support STATIC ${sources})
+    hn_precompile(tests_support FROM precompiled_tests)
     target_include_directories(tests_support PUBLIC "${CMAKE_SOURCE_DIR}")
     hn_link(tests_support PUBLIC GTest::gmock GTest::gtest contracts toolkit)
     target_compile_definitions(tests_support PUBLIC HN_SAMPLES_DIR="${CMAKE_SOURCE_DIR}/tests/samples"
@@ -33,6 +38,7 @@ foreach(folder IN LISTS folders)
     endif()
     set(target tests_${folder})
     add_executable(${target} ${sources})
+    hn_precompile(${target} FROM precompiled_tests)
     add_dependencies(tests ${target})
     target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}")
     target_compile_definitions(${target} PRIVATE HN_SAMPLES_DIR="${CMAKE_SOURCE_DIR}/tests/samples"

@@ -5,6 +5,7 @@ if(HN_FUZZ)
 endif()
 
 add_library(build_tools STATIC tools/Includes.cpp tools/Source.cpp tools/StringsFile.cpp)
+hn_precompile(build_tools FROM precompiled)
 target_include_directories(build_tools PUBLIC "${CMAKE_SOURCE_DIR}")
 foreach(tool check_includes check_texts merge_texts)
     add_executable(${tool} EXCLUDE_FROM_ALL tools/${tool}.cpp)

@@ -3,12 +3,14 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 # Programs find the plug-in, the shared libraries and Resources/ beside themselves.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+# The same for libraries and programs, so that they share precompiled headers.
+add_compile_options(-fPIC)
 
 add_compile_options(-Wall -Wextra)
 if(HN_WERROR)
@@ -35,6 +37,10 @@ find_program(HN_CCACHE ccache)
 if(HN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1
         CCACHE_SLOPPINESS=pch_defines,time_macros "${HN_CCACHE}")
+endif()
+
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    add_compile_options(-fpch-preprocess)   # lets the cache see through precompiled headers
 endif()
 
 find_package(Threads REQUIRED)

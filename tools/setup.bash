@@ -4,9 +4,10 @@
 core_packages=(g++ cmake ninja-build pkgconf ccache unzip libsqlite3-dev libplist-dev libssl-dev libheif-dev
     libjpeg62-turbo-dev nlohmann-json3-dev libcli11-dev)
 window_packages=(qt6-base-dev qt6-image-formats-plugins libqt6svg6 fonts-dejavu-core fonts-wqy-microhei)
-test_packages=(libgtest-dev libgmock-dev clang libclang-rt-14-dev)
+# Debian's plain clang is too old for what g++ takes of C++20, captured structured bindings for one.
+test_packages=(libgtest-dev libgmock-dev clang-19 libclang-rt-19-dev)
 bench_packages=(libbenchmark-dev)
-tidy_packages=(clang-tidy clang-format)
+tidy_packages=(clang-tidy-19 clang-format-19)
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -29,17 +30,15 @@ as_root() {
     fi
 }
 
-# "N packages, X MB to download, Y MB on disk" for an installation of the packages with all that they draw in.
-installation_size() {
-    local plan
-    plan=$(apt-get install --print-uris -qq -y --no-install-recommends "$@" 2>/dev/null | awk '{print $2, $3}') || return 0
-    local count download disk
-    count=$(wc -l <<<"$plan")
-    download=$(awk '{sum += $2} END {printf "%.0f", sum / 1e6}' <<<"$plan")
-    # shellcheck disable=SC2046
-    disk=$(apt-cache show --no-all-versions $(sed 's/_.*//' <<<"$plan") 2>/dev/null |
-        awk '/^Installed-Size:/ {sum += $2} END {printf "%.0f", sum * 1024 / 1e6}')
-    say "with what they need: $count packages, $download MB to download, $disk MB on disk"
+# Tells the number and the size of the packages with all that they draw in. (What apt itself would tell leaves out what it
+# has in its cache, and its --assume-no installs a package that needs no other.)
+tell_installation_size() {
+    local names
+    names=$(apt-get install -s -y --no-install-recommends "$@" 2>/dev/null | sed -n 's/^Inst \([^ ]*\).*/\1/p') || return 0
+    # shellcheck disable=SC2086
+    say "$(apt-cache show --no-all-versions $names 2>/dev/null | awk '
+        /^Size:/ {download += $2} /^Installed-Size:/ {disk += $2} /^Package:/ {count++}
+        END {printf "With what they need: %d packages, %.0f MB to download, %.0f MB on disk.", count, download / 1e6, disk * 1024 / 1e6}')"
 }
 
 # Installs what is missing of the packages, and sets installed_any then. Asks once where a person can answer, unless
@@ -54,7 +53,7 @@ need_packages() {
         die "neither root nor sudo: please install them, then call this again"
     fi
     as_root apt-get update -qq >&2 || say "the package lists could not be renewed; going on with those that are there"
-    installation_size "${missing[@]}"
+    tell_installation_size "${missing[@]}"
     if [ -z "${ASSUME_YES:-}" ] && [ -t 0 ] && [ -t 2 ]; then
         local answer
         read -r -p 'Install them now? [Y/n] ' answer || answer=n   # bash puts the question on standard error
