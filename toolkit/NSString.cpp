@@ -50,6 +50,8 @@ char32_t next(std::string_view text, std::size_t &at) noexcept {
 }
 
 void append(std::string &text, char32_t character) {
+    if (character > 0x10FFFF || (character >= 0xD800 && character <= 0xDFFF))
+        character = 0xFFFD;
     if (character < 0x80) {
         text += static_cast<char>(character);
     } else if (character < 0x800) {
