@@ -1,0 +1,105 @@
+#include "toolkit/lists/NSIndexSet.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+
+#include "toolkit/lists/NSIndexPath.h"
+
+namespace {
+
+TEST(IndexSet, keepsAHundredThousandRowsInOneRange) {
+    NSMutableIndexSet set;
+    for (std::size_t row = 0; row < 100000; row += 2)
+        set.addIndex(row);
+    for (std::size_t row = 1; row < 100000; row += 2)
+        set.addIndex(row);
+    EXPECT_EQ(set.ranges().size(), 1u);
+    EXPECT_EQ(set.count(), 100000u);
+}
+
+TEST(IndexSet, answersNotFoundWhereThereIsNone) {
+    const NSIndexSet none, some{3, 4, 9};
+    EXPECT_EQ(none.firstIndex(), NSNotFound);
+    EXPECT_EQ(none.lastIndex(), NSNotFound);
+    EXPECT_EQ(some.indexGreaterThanIndex(9), NSNotFound);
+    EXPECT_EQ(some.indexLessThanIndex(3), NSNotFound);
+    EXPECT_EQ(some.indexGreaterThanIndex(4), 9u);
+    EXPECT_EQ(some.indexLessThanIndex(9), 4u);
+    EXPECT_EQ(some.toString(), "{3-4, 9}");
+}
+
+struct ShiftRow {
+    const char *name;
+    NSIndexSet before, changed;
+    const char *inserted, *removed;
+};
+class IndexSetShift : public testing::TestWithParam<ShiftRow> {};
+
+TEST_P(IndexSetShift, followsItsRows) {
+    EXPECT_EQ(GetParam().before.afterInserting(GetParam().changed).toString(), GetParam().inserted);
+    EXPECT_EQ(GetParam().before.afterRemoving(GetParam().changed).toString(), GetParam().removed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, IndexSetShift,
+    testing::Values(ShiftRow{"ahead", {1, 2}, {0}, "{2-3}", "{0-1}"}, ShiftRow{"behind", {1, 2}, {7}, "{1-2}", "{1-2}"},
+                    ShiftRow{"inside", {1, 2, 3}, {2}, "{1, 3-4}", "{1-2}"}, ShiftRow{"joining", {1, 5}, {2, 3, 4}, "{1, 8}", "{1-2}"},
+                    ShiftRow{"several", {1, 2}, {0, 2}, "{3-4}", "{0}"}, ShiftRow{"all", {0, 1}, {0, 1}, "{2-3}", "{}"},
+                    ShiftRow{"nothingChanged", {4}, {}, "{4}", "{4}"}, ShiftRow{"nothingSelected", {}, {0, 9}, "{}", "{}"}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+std::string plain(const std::set<std::size_t> &rows) {
+    NSMutableIndexSet set;
+    for (const std::size_t row : rows)
+        set.addIndex(row);
+    return set.toString();
+}
+
+TEST(IndexSet, agreesWithAPlainSetOverRandomSteps) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    NSMutableIndexSet set;
+    std::set<std::size_t> model;
+    for (int step = 0; step < 4000; ++step) {
+        const std::size_t begin = random() % 60, length = random() % 8;
+        NSMutableIndexSet others;
+        for (int i = 0; i < 3; ++i)
+            others.addIndex(random() % 60);
+        switch (random() % 4) {
+        case 0:
+            set.addIndexesInRange({begin, length});
+            for (std::size_t i = 0; i < length; ++i)
+                model.insert(begin + i);
+            break;
+        case 1:
+            set.removeIndexesInRange({begin, length});
+            for (std::size_t i = 0; i < length; ++i)
+                model.erase(begin + i);
+            break;
+        case 2:
+            set.addIndexes(others);
+            others.enumerateIndexesUsingBlock([&model](std::size_t row) { model.insert(row); });
+            break;
+        default:
+            set.removeIndexes(others);
+            others.enumerateIndexesUsingBlock([&model](std::size_t row) { model.erase(row); });
+        }
+        ASSERT_EQ(set.indexes(), std::vector<std::size_t>(model.begin(), model.end()));
+        ASSERT_EQ(set.count(), model.size());
+        ASSERT_EQ(set.toString(), plain(model)) << "ranges that touch were not joined";
+        ASSERT_EQ(set.containsIndex(begin), model.contains(begin));
+        ASSERT_EQ(set.countOfIndexesInRange({begin, length}),
+                  static_cast<std::size_t>(std::distance(model.lower_bound(begin), model.lower_bound(begin + length))));
+    }
+}
+
+TEST(IndexPath, sortsAParentBeforeItsChildren) {
+    EXPECT_LT((NSIndexPath{1}), (NSIndexPath{1, 0}));
+    EXPECT_LT((NSIndexPath{1, 5}), (NSIndexPath{2}));
+    EXPECT_EQ((NSIndexPath{1, 2}).indexPathByRemovingLastIndex().indexPathByAddingIndex(7).toString(), "1.7");
+    EXPECT_EQ(NSIndexPath().lastIndex(), NSNotFound);
+}
+
+}  // namespace

@@ -1,0 +1,198 @@
+#include "toolkit/lists/NSTreeController.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "tests/toolkit/lists/Item.h"
+
+namespace {
+
+class Log : public NSTreeControllerObserver {
+public:
+    std::string take() { return std::exchange(text_, ""); }
+    void arrangedNodesDidChange(NSTreeController &, const TreeChange &change) override {
+        constexpr const char *kWords[] = {"inserted", "removed", "rearranged"};
+        text_ += kWords[static_cast<int>(change.kind)];
+        for (const NSIndexPath &path : change.paths)
+            text_ += " " + path.toString();
+        text_ += "\n";
+    }
+    void selectionIndexPathsDidChange(NSTreeController &controller) override { text_ += "selection " + names(controller.selectedObjects()) + "\n"; }
+
+private:
+    std::string text_;
+};
+
+class TreeController : public testing::Test {
+protected:
+    TreeController() {
+        tree->setAvoidsEmptySelection(false);
+        fill({folder("f", {item("a"), folder("g", {item("b")})}), item("c")});
+        tree->addObserver(log);
+    }
+    void fill(std::initializer_list<std::shared_ptr<Item>> top) {
+        for (const auto &one : top)
+            tree->content()->addObject(one);
+        tree->rearrangeObjects();
+    }
+    std::shared_ptr<NSTreeNode> node(NSIndexPath path) { return tree->arrangedObjects()->descendantNodeAtIndexPath(path); }
+
+    std::shared_ptr<NSTreeController> tree = make<NSTreeController>();
+    std::shared_ptr<Log> log = std::make_shared<Log>();
+};
+
+TEST_F(TreeController, makesANodePerObject) {
+    EXPECT_EQ(tree->toString(), "(f (a g (b)) c) selection");
+    EXPECT_EQ(node({0, 1, 0})->indexPath(), (NSIndexPath{0, 1, 0}));
+    EXPECT_EQ(node({0, 1, 0})->parentNode(), node({0, 1}));
+    EXPECT_EQ(node({0, 2}), nullptr);
+    EXPECT_TRUE(tree->arrangedObjects()->indexPath().isEmpty());
+    EXPECT_EQ(node({1})->parentNode(), tree->arrangedObjects());
+}
+
+TEST_F(TreeController, takesLeavesFromTheKeyPathNotFromTheChildren) {
+    EXPECT_TRUE(node({1})->isLeaf());
+    tree->setLeafKeyPath("isLeaf");
+    node({0, 1})->represented<Item>()->isLeaf = true;
+    tree->rearrangeObjects();
+    EXPECT_FALSE(node({1})->isLeaf());
+    EXPECT_EQ(tree->toString(), "(f (a g) c) selection");
+}
+
+TEST_F(TreeController, keepsTheNodeOfAnObjectThatStays) {
+    const auto g = node({0, 1});
+    tree->content()->insertObject_atIndex(item("new"), 0);
+    node({0})->represented<Item>()->children->removeObjectAtIndex(0);
+    tree->rearrangeObjects();
+    EXPECT_EQ(node({1, 0}), g);
+    EXPECT_EQ(tree->toString(), "(new f (g (b)) c) selection");
+}
+
+TEST_F(TreeController, tellsRowsBeforeTheSelection) {
+    tree->insertObject_atArrangedObjectIndexPath(item("n"), {0, 1});
+    EXPECT_EQ(log->take(), "inserted 0.1\nselection n\n");
+    tree->setSelectionIndexPaths({{1}, {0, 2, 0}, {9}});
+    tree->removeObjectsAtArrangedObjectIndexPaths({{1}, {0, 0}});
+    EXPECT_EQ(log->take(), "selection b c\nremoved 0.0 1\nselection b\n");
+    EXPECT_EQ(tree->toString(), "(f (n g (b))) selection 0.1.0");
+    EXPECT_EQ(names(tree->content()->snapshot()), "f");
+    tree->insertObject_atArrangedObjectIndexPath(item("lost"), {5, 0});
+    EXPECT_EQ(log->take(), "");
+}
+
+TEST_F(TreeController, avoidsAnEmptySelectionOnlyWhenTheTreeChanges) {
+    tree->setAvoidsEmptySelection(true);
+    tree->rearrangeObjects();
+    EXPECT_TRUE(tree->selectionIndexPath().isEmpty());   // nothing came or went
+    tree->content()->addObject(item("d"));
+    tree->rearrangeObjects();
+    EXPECT_EQ(tree->selectionIndexPath(), (NSIndexPath{0}));
+    tree->setSelectionIndexPath({});
+    tree->rearrangeObjects();
+    EXPECT_TRUE(tree->selectedNodes().empty());
+    tree->setSelectionIndexPath({0, 1, 0});
+    tree->remove();
+    EXPECT_EQ(tree->selectionIndexPath(), (NSIndexPath{0, 1}));   // its parent: no sibling is left
+    tree->remove();
+    EXPECT_EQ(tree->selectionIndexPath(), (NSIndexPath{0, 0}));   // the sibling that is last now
+}
+
+TEST_F(TreeController, emptiesTheContentThroughTheRootsChildNodes) {
+    tree->setSelectionIndexPath({1});
+    tree->arrangedObjects()->mutableChildNodes().removeAllObjects();
+    EXPECT_EQ(tree->content()->count(), 0u);
+    EXPECT_EQ(tree->toString(), "() selection");
+    fill({item("z")});
+    EXPECT_EQ(tree->toString(), "(z) selection");
+}
+
+TEST_F(TreeController, movesNodesWithWhatIsBelowThemButNotUnderThemselves) {
+    const auto g = node({0, 1});
+    tree->setSelectedNodes({g});
+    tree->moveNode_toIndexPath(g, {0});
+    EXPECT_EQ(tree->toString(), "(g (b) f (a) c) selection 0");
+    EXPECT_EQ(names(tree->content()->snapshot()), "g f c");
+    tree->moveNode_toIndexPath(g, {0, 0, 0});
+    EXPECT_EQ(tree->toString(), "(g (b) f (a) c) selection 0");
+    tree->moveNodes_toIndexPath({node({2}), node({0})}, {1, 1});
+    EXPECT_EQ(tree->toString(), "(f (a g (b) c)) selection 0.1");
+}
+
+TEST_F(TreeController, leavesOutAnObjectAmongItsOwnAncestors) {
+    const auto f = node({0})->represented<Item>();
+    node({0, 1})->represented<Item>()->children->addObject(f);
+    tree->rearrangeObjects();
+    EXPECT_EQ(tree->toString(), "(f (a g (b)) c) selection");
+    node({0, 1})->represented<Item>()->children->removeObject(f);   // else the ring keeps itself alive
+}
+
+TEST(TreeControllerDepth, walksAndEndsATreeOfAHundredThousandLevels) {
+    auto tree = make<NSTreeController>();
+    auto last = item("top");
+    tree->content()->addObject(last);
+    for (int depth = 1; depth < 100000; ++depth) {
+        auto below = item("below");
+        last->children->addObject(below);
+        last = below;
+    }
+    tree->rearrangeObjects();
+    EXPECT_TRUE(tree->isConsistent());
+    const std::weak_ptr<Item> deepest = last;
+    last.reset();
+    tree->removeObjectAtArrangedObjectIndexPath({0});
+    EXPECT_TRUE(deepest.expired());
+}
+
+// Random changes, through the controller and behind its back; the objects themselves are the model.
+std::string plain(const NSArray &objects) {
+    std::string text;
+    for (const id &object : objects) {
+        const auto &one = static_cast<Item &>(*object);
+        text += (text.empty() ? "" : " ") + one.name.str();
+        if (!one.children->isEmpty())
+            text += " (" + plain(one.children->snapshot()) + ")";
+    }
+    return text;
+}
+
+TEST(TreeControllerRandom, keepsNodesAndObjectsInStep) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto tree = make<NSTreeController>();
+    const auto anyPath = [&] {
+        auto node = tree->arrangedObjects();
+        while (node->childCount() > 0 && random() % 3)
+            node = node->childAtIndex(random() % node->childCount());
+        return node->indexPath();
+    };
+    for (int step = 0; step < 2000; ++step) {
+        const NSIndexPath path = anyPath();
+        const auto node = tree->arrangedObjects()->descendantNodeAtIndexPath(path);
+        switch (random() % 6) {
+        case 0:
+        case 1:
+            tree->insertObject_atArrangedObjectIndexPath(item(std::to_string(step).c_str()), path.indexPathByAddingIndex(random() % 4));
+            break;
+        case 2:
+            tree->removeObjectsAtArrangedObjectIndexPaths({path, anyPath()});
+            break;
+        case 3:
+            tree->setSelectionIndexPaths({path, anyPath(), anyPath()});
+            break;
+        case 4:
+            tree->moveNode_toIndexPath(node, anyPath().indexPathByAddingIndex(random() % 3));
+            break;
+        default:
+            (path.isEmpty() ? tree->content() : node->represented<Item>()->children)->addObject(item("q"));
+            tree->rearrangeObjects();
+        }
+        ASSERT_TRUE(tree->isConsistent()) << step << " " << tree->toString();
+        const std::string whole = tree->toString();
+        ASSERT_EQ(whole.substr(0, whole.rfind(" selection")), "(" + plain(tree->content()->snapshot()) + ")") << step;
+    }
+}
+
+}  // namespace
