@@ -10,6 +10,7 @@ namespace {
 
 int merge(const std::string &table, const std::vector<std::string> &files) {
     std::vector<std::vector<tools::StringsEntry>> parsed;
+    parsed.reserve(files.size());
     for (const std::string &file : files)
         parsed.push_back(tools::parseStrings(tools::readFile(file), file));
     const std::string text = tools::formatStrings(tools::mergeStrings(parsed));
