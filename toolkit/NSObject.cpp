@@ -1,8 +1,6 @@
 #include "toolkit/NSObject.h"
 
 #include <algorithm>
-#include <cxxabi.h>
-#include <cstdlib>
 
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/dispatch/Runtime.h"
@@ -16,13 +14,25 @@ const ClassTable &NSObjectTable::sharedTable() {
 
 const ClassTable &NSObject::classTable() const { return NSObjectTable::sharedTable(); }
 
-NSString NSObject::className() const {
-    int status = 0;
-    char *name = abi::__cxa_demangle(typeid(*this).name(), nullptr, nullptr, &status);
-    const NSString result(status == 0 ? std::string_view(name) : std::string_view(typeid(*this).name()));
-    std::free(name);
-    return result;
+namespace {
+
+// The last name of a mangled one (Itanium C++ ABI): "11NSTextField", "N6device7SessionE".
+std::string_view unmangled(std::string_view mangled) {
+    std::string_view name = mangled;
+    std::size_t at = mangled.starts_with("N") ? 1 : 0;
+    while (at < mangled.size() && mangled[at] >= '0' && mangled[at] <= '9') {
+        std::size_t length = 0;
+        for (; at < mangled.size() && mangled[at] >= '0' && mangled[at] <= '9'; ++at)
+            length = length * 10 + static_cast<std::size_t>(mangled[at] - '0');
+        name = mangled.substr(std::min(at, mangled.size()), length);
+        at += length;
+    }
+    return name;
 }
+
+}  // namespace
+
+NSString NSObject::className() const { return NSString(unmangled(typeid(*this).name())); }
 
 Value NSObject::valueForKey(std::string_view key) {
     const ClassTable::Getter *getter = classTable().getter(key);
