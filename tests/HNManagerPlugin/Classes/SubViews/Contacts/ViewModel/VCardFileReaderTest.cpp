@@ -331,8 +331,9 @@ std::string everyKindOfLine(std::string_view lineEnd) {
 }
 
 void expectSameAsPlain(const std::string &text) {
-    if (unicode::isValid(text))
-        ASSERT_EQ(outcome(text), plainOutcome(text)) << testing::PrintToString(text);
+    if (!unicode::isValid(text))
+        return;
+    ASSERT_EQ(outcome(text), plainOutcome(text)) << testing::PrintToString(text);
 }
 
 TEST(DamagedCards, cutAtEveryByte) {
