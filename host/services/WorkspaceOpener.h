@@ -1,0 +1,28 @@
+// Opens files and web addresses in the user's own programs, by xdg-open, started directly and never through a shell.
+// A path goes to it as a file: address, so that no name can pass for an option or an address; of addresses only http,
+// https and mailto are opened. Threads: any.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/services/NSWorkspace.h"
+
+namespace host {
+
+class WorkspaceOpener : public WorkspaceService {
+public:
+    // `program` is looked for in PATH.
+    explicit WorkspaceOpener(std::string program = "xdg-open") : program_(std::move(program)) {}
+
+    bool openFile(const NSString &path) override;
+    bool openURL(const NSString &address) override;
+    // "file:///tmp/a%20b"; the path is made absolute.
+    [[nodiscard]] static std::string addressOf(const NSString &path);
+
+private:
+    bool start(const std::string &argument);
+    std::string program_;
+};
+
+}  // namespace host
