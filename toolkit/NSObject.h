@@ -32,6 +32,8 @@ public:
     virtual ~NSObject() = default;
 
     virtual void init() {}
+    // Once, after a nib made and connected all its objects; in the order of making.
+    virtual void awakeFromNib() {}
     // Overrides do their own part first and call the base's last. shared_from_this() is no longer usable here.
     virtual void dealloc() {}
 

@@ -10,10 +10,10 @@
 namespace keys {
 
 template <class T, class Result> ClassTable::Getter get(Result (T::*getter)() const) {
-    return [getter](NSObject &o) { return objects::toValue<std::decay_t<Result>>((dynamic_cast<T &>(o).*getter)()); };
+    return [getter](NSObject &o) { return objects::toValue<std::decay_t<Result>>((static_cast<T &>(o).*getter)()); };
 }
 template <class T, class Result, class Parameter> ClassTable::Setter set(Result (T::*setter)(Parameter)) {
-    return [setter](NSObject &o, const Value &v) { (dynamic_cast<T &>(o).*setter)(fromValue<std::decay_t<Parameter>>(v)); };
+    return [setter](NSObject &o, const Value &v) { (static_cast<T &>(o).*setter)(fromValue<std::decay_t<Parameter>>(v)); };
 }
 
 }  // namespace keys

@@ -56,7 +56,7 @@ public:
 
 private:
     friend class NSView;
-    friend class LayoutEngine;
+    friend class LayoutProblem;
     std::weak_ptr<NSView> first_, second_, owner_;
     // A constraint whose view has gone says nothing any more; one without a second view from the start is a constant.
     bool hasSecond_ = false;

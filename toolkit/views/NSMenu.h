@@ -15,6 +15,7 @@
 #include "toolkit/views/NSEvent.h"
 
 class NSMenu;
+class NSView;
 
 class NSMenuItem : public NSObject {
 public:
@@ -84,7 +85,11 @@ public:
     void removeAllItems();
 
     template <class T> void setDelegate(const std::shared_ptr<T> &delegate) { delegate_ = std::shared_ptr<NSMenuDelegate>(delegate); }
+    void setDelegate(std::nullptr_t) { delegate_.reset(); }
     [[nodiscard]] std::shared_ptr<NSMenuDelegate> delegate() const { return delegate_.lock(); }
+    // Shows the menu through the presenter at the event's place and performs what was chosen. True where something was.
+    static bool popUpContextMenu_withEvent_forView(const std::shared_ptr<NSMenu> &menu, NSEvent &event,
+                                                   const std::shared_ptr<NSView> &view);
     // For hosts: before and after it shows.
     void willOpen();
     void didClose();

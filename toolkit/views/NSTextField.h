@@ -61,8 +61,8 @@ public:
     void setAttributedStringValue(std::shared_ptr<NSAttributedString> text);
     [[nodiscard]] bool hasAttributedValue() const { return attributed_ != nullptr; }
 
-    // `delegate` is kept alive by `owner`, not by the field.
     template <class T> void setDelegate(const std::shared_ptr<T> &delegate) { delegate_ = std::shared_ptr<NSTextFieldDelegate>(delegate); }
+    void setDelegate(std::nullptr_t) { delegate_.reset(); }
     [[nodiscard]] std::shared_ptr<NSTextFieldDelegate> delegate() const { return delegate_.lock(); }
 
     // ------------------------------------------------------------ a person's doing

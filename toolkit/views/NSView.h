@@ -78,8 +78,6 @@ public:
     void init() override { initWithFrame({}); }
     void init(const NSRect &frame) { initWithFrame(frame); }
     virtual void initWithFrame(const NSRect &frame);
-    // Once, after a nib made and connected everything; in the order of making.
-    virtual void awakeFromNib() {}
 
     // ------------------------------------------------------------ identity
     [[nodiscard]] const NSString &identifier() const { return identifier_; }
@@ -124,7 +122,7 @@ public:
     virtual void setBoundsOrigin(NSPoint origin);
     [[nodiscard]] virtual bool isFlipped() const { return false; }
     // The part of the bounds that no ancestor cuts off; hidden views have an empty one.
-    [[nodiscard]] NSRect visibleRect() const;
+    [[nodiscard]] virtual NSRect visibleRect() const;
     // Between this view's bounds and another's; null stands for the window's content space (y up).
     [[nodiscard]] NSPoint convertPoint_fromView(NSPoint point, const std::shared_ptr<NSView> &view) const;
     [[nodiscard]] NSPoint convertPoint_toView(NSPoint point, const std::shared_ptr<NSView> &view) const;
@@ -230,7 +228,7 @@ protected:
 
 private:
     friend class NSLayoutConstraint;
-    friend class LayoutEngine;
+    friend class LayoutProblem;
     friend class NSWindow;
     friend class NSViewController;
     friend class NSViewAnimator;

@@ -1,0 +1,103 @@
+#include "toolkit/views/NSPopUpButton.h"
+
+#include "toolkit/views/ClassKeys.h"
+#include "toolkit/views/Presenter.h"
+
+HN_CLASS_TABLE(NSPopUpButton, NSButton, .key("indexOfSelectedItem", keys::get(&NSPopUpButton::indexOfSelectedItem), keys::set(&NSPopUpButton::selectItemAtIndex))
+                   .key("titleOfSelectedItem", &NSPopUpButton::titleOfSelectedItem))
+
+void NSPopUpButton::initWithFrame(const NSRect &frame) {
+    NSButton::initWithFrame(frame);
+    setMenu(make<NSMenu>(NSString("")));
+}
+
+void NSPopUpButton::setPullsDown(bool pullsDown) {
+    pullsDown_ = pullsDown;
+    noteChanged("pullsDown");
+}
+
+void NSPopUpButton::addItemWithTitle(NSString title) {
+    const auto item = make<NSMenuItem>(std::move(title));
+    menu()->addItem(item);
+    noteChanged("items");
+    if (!pullsDown_ && numberOfItems() == 1)
+        selectItemAtIndex(0);
+}
+
+void NSPopUpButton::addItemsWithTitles(const std::vector<NSString> &titles) {
+    for (const NSString &title : titles)
+        addItemWithTitle(title);
+}
+
+void NSPopUpButton::removeAllItems() {
+    menu()->removeAllItems();
+    selected_.reset();
+    noteChanged("items");
+}
+
+std::int64_t NSPopUpButton::indexOfSelectedItem() const {
+    const auto item = selected_.lock();
+    return item ? menu()->indexOfItem(item) : -1;
+}
+
+NSString NSPopUpButton::titleOfSelectedItem() const {
+    const auto item = selected_.lock();
+    return item ? item->title : NSString();
+}
+
+void NSPopUpButton::selectItemAtIndex(std::int64_t index) {
+    assertMain("NSPopUpButton selectItemAtIndex:");
+    const auto item = menu()->itemAtIndex(index);
+    if (!item && index != -1)
+        return;
+    tell(selected_, [](NSMenuItem &old) { old.state = NSOffState; });
+    selected_ = item;
+    if (item)
+        item->state = NSOnState;
+    noteChanged("indexOfSelectedItem");
+}
+
+void NSPopUpButton::selectItemWithTitle(const NSString &title) {
+    if (const auto item = menu()->itemWithTitle(title))
+        selectItemAtIndex(menu()->indexOfItem(item));
+}
+
+void NSPopUpButton::selectItemWithTag(std::int64_t tag) {
+    if (const auto item = menu()->itemWithTag(tag))
+        selectItemAtIndex(menu()->indexOfItem(item));
+}
+
+bool NSPopUpButton::chooseItemAtIndex(std::int64_t index) {
+    const auto item = menu()->itemAtIndex(index);
+    if (!item || !isEnabled() || !item->enabled || item->hidden || item->isSeparator())
+        return false;
+    const auto self = selfOf(this);
+    if (!pullsDown_)
+        selectItemAtIndex(index);
+    if (!item->action.empty())
+        menu()->performActionForItemAtIndex(index);
+    else
+        sendAction();
+    return true;
+}
+
+void NSPopUpButton::performClick() {
+    assertMain("NSPopUpButton performClick:");
+    if (!isEnabled() || isHiddenOrHasHiddenAncestor())
+        return;
+    const auto self = selfOf(this);
+    const auto shown = menu();
+    shown->willOpen();
+    const auto item = Presenter::current()->popUpMenu(shown, {0, 0}, self);
+    shown->didClose();
+    if (!item)
+        return;
+    if (item->menu() == shown)
+        chooseItemAtIndex(shown->indexOfItem(item));
+    else if (const auto owner = item->menu())
+        owner->performActionForItemAtIndex(owner->indexOfItem(item));
+}
+
+std::string NSPopUpButton::describeContent() const {
+    return "\"" + titleOfSelectedItem().str() + "\" of " + std::to_string(numberOfItems()) + (isEnabled() ? "" : " disabled");
+}
