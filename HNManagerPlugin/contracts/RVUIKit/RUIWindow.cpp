@@ -1,0 +1,3 @@
+#include "HNManagerPlugin/contracts/RVUIKit/RUIWindow.h"
+
+HN_CLASS_TABLE(RUIWindow, NSWindow)
