@@ -106,7 +106,7 @@ std::vector<std::string> ClassTable::keys() const {
         for (const auto &[name, key] : table->keys_)
             names.push_back(name);
     std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
 }
 
@@ -116,7 +116,7 @@ std::vector<std::string> ClassTable::selectors() const {
         for (const auto &[name, method] : table->methods_)
             names.push_back(name);
     std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
 }
 
