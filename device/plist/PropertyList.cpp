@@ -56,6 +56,8 @@ PropertyList PropertyList::parse(std::string_view bytes, const std::string &file
     return list;
 }
 
+bool PropertyList::has(const char *key) const { return plist_dict_get_item(node_.get(), key) != nullptr; }
+
 std::optional<std::string> PropertyList::text(const char *key) const {
     plist_t found = item(node_, key, PLIST_STRING);
     return found ? std::optional(textOf(found)) : std::nullopt;

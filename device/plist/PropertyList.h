@@ -28,6 +28,7 @@ public:
     // `file` is for messages alone.
     [[nodiscard]] static PropertyList parse(std::string_view bytes, const std::string &file);
 
+    [[nodiscard]] bool has(const char *key) const;
     [[nodiscard]] std::optional<std::string> text(const char *key) const;
     [[nodiscard]] std::optional<std::int64_t> integer(const char *key) const;
     [[nodiscard]] std::optional<bool> flag(const char *key) const;

@@ -1,0 +1,74 @@
+// Small devices on disk for the tests of the device layer.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
+#include "device/ImageFolder.h"
+#include "device/contacts/AddressBookStore.h"
+
+namespace testdevice {
+
+// Removed with everything in it at the end.
+class TempFolder {
+public:
+    TempFolder();
+    TempFolder(const TempFolder &) = delete;
+    ~TempFolder();
+    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+// The tables of an address book as one version of the system made it.
+struct Version {
+    const char *name;
+    const char *sql;
+    bool hasGroups, hasParts;
+};
+[[nodiscard]] const std::vector<Version> &versions();
+[[nodiscard]] const Version &newestVersion();
+
+// An image with an address book in it.
+class TestImage {
+public:
+    explicit TestImage(const Version &version = newestVersion(), const std::string &sql = "");
+
+    [[nodiscard]] std::filesystem::path path() const { return folder_.path() / "image"; }
+    [[nodiscard]] std::filesystem::path database() const { return path() / "HomeDomain/Library/AddressBook/AddressBook.sqlitedb"; }
+    [[nodiscard]] std::filesystem::path images() const { return path() / "HomeDomain/Library/AddressBook/AddressBookImages.sqlitedb"; }
+    [[nodiscard]] std::shared_ptr<device::ImageFolder> open() const { return std::make_shared<device::ImageFolder>(path()); }
+    [[nodiscard]] std::shared_ptr<device::contacts::AddressBookStore> store() const;
+    // A fresh reading.
+    [[nodiscard]] ContactList contacts() const;
+    void exec(const std::string &sql) const;
+    void execImages(const std::string &sql) const;
+    // The first column of all rows, joined by "|"; NULL is "-".
+    [[nodiscard]] std::string query(const std::string &sql) const;
+
+private:
+    TempFolder folder_;
+};
+
+void execOn(const std::filesystem::path &database, const std::string &sql);
+void write(const std::filesystem::path &file, std::string_view bytes);
+[[nodiscard]] std::string readFile(const std::filesystem::path &file);
+// Relative names, sizes and contents of everything below a folder: equal means untouched.
+[[nodiscard]] std::string pictureOf(const std::filesystem::path &folder);
+
+using Fill = std::function<void(ZpContactDataInfo &)>;
+[[nodiscard]] std::shared_ptr<ZpContactDataInfo> contact(const Fill &fill);
+[[nodiscard]] std::shared_ptr<ZpContactDataInfo> named(const char *first, const char *last = nullptr);
+// Every field that is there, in one fixed order, as "name=value" lines; lists with their types.
+[[nodiscard]] std::string described(const ZpContactDataInfo &contact);
+[[nodiscard]] std::string names(const ContactList &contacts);
+
+// Runs `work` in a child process and waits; gives its exit status, 128 + the signal that ended it.
+[[nodiscard]] int inChild(const std::function<int()> &work);
+
+}  // namespace testdevice
