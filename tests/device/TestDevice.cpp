@@ -176,7 +176,8 @@ std::string described(const ZpContactDataInfo &c) {
         text(" country", i.country), text(" code", i.country_code);
     }
     for (const auto &i : c.dates()) text(("date " + i.type.str()).c_str(), i.date);
-    for (const auto &i : c.ims()) text(("im " + i.type.str() + " " + i.service.str()).c_str(), i.user);
+    for (const auto &i : c.ims())
+        out << "im " << i.type.view() << " " << i.service.view() << (i.user.isNil() ? "" : "=" + i.user.str()) << "\n";
     for (const auto &i : c.urls()) text(("url " + i.type.str()).c_str(), i.url);
     for (const auto &i : c.relatednames()) text(("related " + i.type.str()).c_str(), i.relatename);
     return out.str();

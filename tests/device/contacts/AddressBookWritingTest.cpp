@@ -1,0 +1,557 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "device/BackupFolder.h"
+#include "tests/device/TestDevice.h"
+
+using namespace testdevice;
+using device::AccessError;
+
+namespace {
+
+void fillEverything(ZpContactDataInfo &c) {
+    c.setName_title("Dr."), c.setFirst_name("Ada"), c.setMiddle_name("K."), c.setLast_name("Lovelace"), c.setName_suffix("II");
+    c.setFirst_name_yomi("aida"), c.setMiddle_name_yomi("kay"), c.setLast_name_yomi("lavleis"), c.setNickname("Countess");
+    c.setCompany_name("Engines"), c.setDepartment(""), c.setJob_title("Analyst"), c.setBirthday("1815-12-10"), c.setNotes("one\ntwo");
+    c.mutable_phone_numbers() = {{"mobile", "+1"}, {"boat", "2"}, {"WORK", "3"}};
+    c.mutable_emails() = {{"Home", "a@b"}};
+    c.mutable_addresses() = {{"Home", "Main 1", "London", "", "1000", "UK", "gb"}, {"hut", nullptr, "Alp", nullptr, nullptr, nullptr, nullptr}};
+    c.mutable_dates() = {{"Anniversary", "1835-07-08"}, {"x", "some spring"}};
+    c.mutable_ims() = {{"Home", "Chat", "ada"}};
+    c.mutable_urls() = {{"HomePage", "http://x"}};
+    c.mutable_relatednames() = {{"Spouse", "William"}};
+}
+
+class AddressBookVersionsWritten : public testing::TestWithParam<Version> {};
+
+TEST_P(AddressBookVersionsWritten, aNewContactReadsBackWhole) {
+    const TestImage image(GetParam(), "INSERT INTO ABPerson (First) VALUES ('old'); INSERT INTO ABMultiValueLabel (value) VALUES ('boat')");
+    ASSERT_TRUE(image.store()->addNewContact_toGroups(contact(fillEverything), {}));
+    const ContactList contacts = image.contacts();
+    ASSERT_EQ(names(contacts), "old|Dr. Ada K. Lovelace II");
+    EXPECT_EQ(described(*contacts[1]), R"(complete=Dr. Ada K. Lovelace II
+title=Dr.
+first=Ada
+middle=K.
+last=Lovelace
+suffix=II
+firstYomi=aida
+middleYomi=kay
+lastYomi=lavleis
+nickname=Countess
+company=Engines
+department=
+job=Analyst
+birthday=1815-12-10
+notes=one
+two
+phone Mobile=+1
+phone boat=2
+phone Work=3
+email Home=a@b
+address Home
+ street=Main 1
+ city=London
+ state=
+ zip=1000
+ country=UK
+ code=gb
+address hut
+ city=Alp
+date Anniversary=1835-07-08
+date x=some spring
+im Home Chat=ada
+url HomePage=http://x
+related Spouse=William
+)");
+    EXPECT_EQ(image.query("SELECT group_concat(identifier) FROM ABMultiValue WHERE property = 3"), "0,1,2");
+    EXPECT_EQ(image.query("SELECT count(*) FROM ABMultiValueLabel WHERE value = 'boat'"), "1");
+    EXPECT_EQ(image.query("SELECT Birthday FROM ABPerson WHERE First = 'Ada'"), "-5840035200.0");
+    EXPECT_EQ(image.query("SELECT Department IS '' FROM ABPerson"), "0|1");
+}
+
+TEST_P(AddressBookVersionsWritten, aRemovedContactLeavesNoRow) {
+    const TestImage image(GetParam());
+    const auto store = image.store();
+    for (const int many : {1, 12}) {   // few and many take different ways
+        for (int i = 0; i < many; ++i)
+            ASSERT_TRUE(store->addNewContact_toGroups(contact(fillEverything), {}));
+        ASSERT_TRUE(store->addNewContact_toGroups(named("stays"), {}));
+        ContactList contacts = image.contacts();
+        contacts.pop_back();
+        int removed = 0;
+        store->deleteContactsOrGroups_callBack(contacts, [&](auto, auto, auto, bool success, bool *) { removed += success; });
+        EXPECT_EQ(removed, static_cast<int>(contacts.size()));
+        EXPECT_EQ(names(image.contacts()), "stays");
+        EXPECT_EQ(image.query("SELECT count(*) FROM ABMultiValue UNION ALL SELECT count(*) FROM ABMultiValueEntry"), "0|0");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AddressBook, AddressBookVersionsWritten, testing::ValuesIn(versions()),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+TEST(AddressBookWriting, triggersDefaultsAndKeysOfARealDeviceAreMet) {
+    const TestImage image;
+    ASSERT_TRUE(image.store()->addNewContact_toGroups(named("A"), {}));
+    ASSERT_TRUE(image.store()->addNewContact_toGroups(named("B"), {}));
+    EXPECT_EQ(image.query("SELECT what FROM ABLog"), "+A|+B");
+    EXPECT_EQ(image.query("SELECT length(guid) FROM ABPerson"), "36|36");
+    EXPECT_EQ(image.query("SELECT count(DISTINCT guid) FROM ABPerson"), "2");
+}
+
+struct WrittenRow {
+    const char *name;
+    Fill fill;
+    const char *result;
+};
+class WrittenContact : public testing::TestWithParam<WrittenRow> {};
+
+TEST_P(WrittenContact, reads) {
+    const TestImage image;
+    ASSERT_TRUE(image.store()->addNewContact_toGroups(contact(GetParam().fill), {}));
+    EXPECT_EQ(described(*image.contacts().at(0)), GetParam().result);
+}
+
+using Contact = ZpContactDataInfo;
+INSTANTIATE_TEST_SUITE_P(
+    AddressBook, WrittenContact,
+    testing::Values(
+        WrittenRow{"controlsAtTheEndsGo", [](Contact &c) { c.setFirst_name("\r\n\x01 A\tB \x7F\n"); }, "complete= A\tB \nfirst= A\tB \n"},
+        WrittenRow{"itemsWithoutValueGo",
+                   [](Contact &c) {
+                       c.setFirst_name("A");
+                       c.mutable_phone_numbers() = {{"Home", nullptr}, {"Work", ""}, {"Home", "\n"}, {"Home", "1"}};
+                       c.mutable_addresses() = {{"Home", "", nullptr, "", nullptr, nullptr, nullptr}};
+                       c.mutable_ims() = {{"Home", "Chat", nullptr}, {"Home", nullptr, nullptr}};
+                   },
+                   "complete=A\nfirst=A\nphone Home=1\nim Home Chat\n"},
+        WrittenRow{"oneEqualSignBeforeAnAddressLabelGoes",
+                   [](Contact &c) {
+                       c.setFirst_name("A");
+                       c.mutable_addresses() = {{"==home", "x", nullptr, nullptr, nullptr, nullptr, nullptr}};
+                       c.mutable_urls() = {{"=u", "y"}};
+                   },
+                   "complete=A\nfirst=A\naddress =home\n street=x\nurl =u=y\n"},
+        WrittenRow{"absentLabelIsOtherAndAnEmptyOneStays",
+                   [](Contact &c) {
+                       c.setFirst_name("A");
+                       c.mutable_emails() = {{nullptr, "x"}, {"", "y"}, {"other", "z"}};
+                   },
+                   "complete=A\nfirst=A\nemail other=x\nemail =y\nemail Other=z\n"},
+        WrittenRow{"aWholeNameWithoutPartsStandsInFirst", [](Contact &c) { c.setCompleteName("Li Wei"); }, "complete=Li Wei\nfirst=Li Wei\n"},
+        WrittenRow{"aWholeNameThatThePartsDoNotGiveWins",
+                   [](Contact &c) { c.setCompleteName("Li Wei"), c.setFirst_name("Wei"), c.setLast_name("Li"), c.setName_title("Dr."); },
+                   "complete=Li Wei\nfirst=Li Wei\n"},
+        WrittenRow{"aWholeNameThatThePartsGiveChangesNothing",
+                   [](Contact &c) { c.setCompleteName("Wei Li"), c.setFirst_name("Wei"), c.setLast_name("Li"); }, "complete=Wei Li\nfirst=Wei\nlast=Li\n"},
+        WrittenRow{"anOrganizationIsAWholeName", [](Contact &c) { c.setCompleteName("Acme"), c.setCompany_name("Acme"); }, "complete=Acme\ncompany=Acme\n"},
+        WrittenRow{"anEmptyWholeNameSaysNothing", [](Contact &c) { c.setCompleteName(""), c.setFirst_name("A"); }, "complete=A\nfirst=A\n"},
+        WrittenRow{"badBytesAreMended", [](Contact &c) { c.setFirst_name(NSString(std::string_view("A\xFF"))); }, "complete=A\xEF\xBF\xBD\nfirst=A\xEF\xBF\xBD\n"},
+        WrittenRow{"nothingAtAll", [](Contact &) {}, "complete=\n"}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(AddressBookWriting, aNewContactJoinsItsGroupsByRowOrName) {
+    const TestImage image(newestVersion(), "INSERT INTO ABGroup (ROWID, Name) VALUES (4, 'Friends'), (5, 'Work')");
+    auto byRow = make<ContactGroupInfo>(), byName = make<ContactGroupInfo>(), unknown = make<ContactGroupInfo>();
+    byRow->storeKey = 4, byName->groupName = "Work", unknown->groupName = "Nobody";
+    EXPECT_TRUE(image.store()->addNewContact_toGroups(named("A"), {byRow, byName, byRow}));
+    EXPECT_EQ(image.query("SELECT group_id || ':' || member_id FROM ABGroupMembers"), "4:1|5:1");
+    EXPECT_FALSE(image.store()->addNewContact_toGroups(named("B"), {unknown}));
+    EXPECT_EQ(names(image.contacts()), "A");
+}
+
+// ---------------------------------------------------------------- callbacks
+
+struct Calls {
+    std::string log;
+    std::int64_t stopAt = -1;
+    CContactManagerImpl::AddProgress progress() {
+        return [this](std::int64_t index, std::int64_t total, std::int32_t result) {
+            log += std::to_string(index) + "/" + std::to_string(total) + ":" + std::to_string(result) + " ";
+            return index == stopAt ? 1 : 0;
+        };
+    }
+};
+
+std::shared_ptr<device::contacts::AddressBookStore> inGroupsOf(const TestImage &image, std::int64_t contacts) {
+    const auto store = image.store();
+    device::contacts::AddressBookStore::GroupLimits limits;
+    limits.contacts = contacts;
+    limits.now = [] { return std::chrono::steady_clock::time_point(); };
+    store->setGroupLimits(limits);
+    return store;
+}
+
+ContactList letters(int count) {
+    ContactList list;
+    for (int i = 0; i < count; ++i)
+        list.push_back(named(std::string(1, static_cast<char>('a' + i)).c_str()));
+    return list;
+}
+
+struct StopRow {
+    const char *name;
+    std::int64_t stopAt;
+    const char *calls, *written;
+};
+class AddCallbacks : public testing::TestWithParam<StopRow> {};
+
+TEST_P(AddCallbacks, comeAfterTheirGroupAndOnceMoreAfterAStop) {
+    const TestImage image;
+    Calls calls{.log = {}, .stopAt = GetParam().stopAt};
+    inGroupsOf(image, 2)->addNewContacts_toGroups_progress(letters(5), {}, calls.progress());
+    EXPECT_EQ(calls.log, GetParam().calls);
+    EXPECT_EQ(names(image.contacts()), GetParam().written);
+}
+
+INSTANTIATE_TEST_SUITE_P(AddressBook, AddCallbacks,
+                         testing::Values(StopRow{"never", -1, "0/5:0 1/5:0 2/5:0 3/5:0 4/5:0 ", "a|b|c|d|e"},
+                                         StopRow{"firstOfAGroup", 2, "0/5:0 1/5:0 2/5:0 3/5:0 ", "a|b|c|d"},
+                                         StopRow{"lastOfAGroup", 1, "0/5:0 1/5:0 2/5:-1 ", "a|b"},
+                                         StopRow{"lastOfAll", 4, "0/5:0 1/5:0 2/5:0 3/5:0 4/5:0 ", "a|b|c|d|e"}),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+TEST(AddressBookWriting, anEmptyListBringsOneCall) {
+    const TestImage image;
+    Calls calls;
+    image.store()->addNewContacts_toGroups_progress({}, {}, calls.progress());
+    EXPECT_EQ(calls.log, "0/0:-1 ");
+}
+
+TEST(AddressBookWriting, aGroupEndsAfterItsTime) {
+    const TestImage image;
+    const auto store = image.store();
+    device::contacts::AddressBookStore::GroupLimits limits;
+    std::chrono::milliseconds now{0};
+    limits.now = [&now] { return std::chrono::steady_clock::time_point(now += std::chrono::milliseconds(60)); };
+    store->setGroupLimits(limits);
+    std::string committed;
+    store->addNewContacts_toGroups_progress(letters(4), {}, [&](std::int64_t, std::int64_t, std::int32_t) {
+        committed += image.query("SELECT count(*) FROM ABPerson") + " ";
+        return 0;
+    });
+    EXPECT_EQ(committed, "2 2 4 4 ");
+}
+
+TEST(AddressBookWriting, oneBadContactNeverStopsTheRest) {
+    const TestImage image(newestVersion(), "CREATE TRIGGER bad BEFORE INSERT ON ABMultiValue WHEN NEW.value = 'bad' BEGIN SELECT raise(ABORT, 'no such number'); END");
+    ContactList list = letters(3);
+    list[1]->mutable_phone_numbers() = {{"Home", "1"}, {"new label", "bad"}};
+    list[2]->mutable_phone_numbers() = {{"new label", "2"}};
+    list.insert(list.begin(), nullptr);
+    Calls calls;
+    const auto store = image.store();
+    store->addNewContacts_toGroups_progress(list, {}, calls.progress());
+    EXPECT_EQ(calls.log, "0/4:-1 1/4:0 2/4:-1 3/4:0 ");
+    EXPECT_EQ(names(image.contacts()), "a|c");
+    EXPECT_EQ(described(*image.contacts()[1]), "complete=c\nfirst=c\nphone new label=2\n");   // the label went with the bad contact
+    EXPECT_EQ(image.query("SELECT count(*) FROM ABMultiValue"), "1");
+}
+
+TEST(AddressBookWriting, aDeviceThatGoesAwayFailsWhatIsLeft) {
+    const TestImage image;
+    Calls calls;
+    const auto progress = calls.progress();
+    inGroupsOf(image, 2)->addNewContacts_toGroups_progress(letters(5), {}, [&](std::int64_t index, std::int64_t total, std::int32_t result) {
+        if (index == 1)
+            std::filesystem::remove_all(image.path());
+        return progress(index, total, result);
+    });
+    EXPECT_EQ(calls.log, "0/5:0 1/5:0 2/5:-1 3/5:-1 4/5:-1 ");
+    EXPECT_FALSE(std::filesystem::exists(image.path()));
+}
+
+TEST(AddressBookWriting, aSecondWriterIsRefusedAndAReaderIsNot) {
+    const TestImage image;
+    const auto store = image.store();
+    bool second = true;
+    std::string seen;
+    store->addNewContacts_toGroups_progress(letters(1), {}, [&](std::int64_t, std::int64_t, std::int32_t) {
+        const auto other = image.store();
+        second = other->addNewContact_toGroups(named("second"), {});
+        EXPECT_EQ(other->failures().first()->kind, AccessError::Kind::locked);
+        seen = names(image.contacts());
+        return 0;
+    });
+    EXPECT_FALSE(second);
+    EXPECT_EQ(seen, "a");
+    EXPECT_TRUE(store->addNewContact_toGroups(named("b"), {}));
+}
+
+// ---------------------------------------------------------------- hard ends
+
+// The n-th call to the disk that changes something ends the process.
+class DeathAtCall {
+public:
+    explicit DeathAtCall(int call) {
+        left = call;
+        sqlite3_vfs *disk = sqlite3_vfs_find(nullptr);
+        for (const char *name : {"pwrite", "pwrite64"})
+            if (const auto real = disk->xGetSystemCall(disk, name)) {
+                realWrite = reinterpret_cast<Write>(real);
+                disk->xSetSystemCall(disk, name, reinterpret_cast<sqlite3_syscall_ptr>(+[](int file, const void *bytes, std::size_t size, off_t at) {
+                    count();
+                    return realWrite(file, bytes, size, at);
+                }));
+            }
+        realUnlink = reinterpret_cast<Unlink>(disk->xGetSystemCall(disk, "unlink"));
+        disk->xSetSystemCall(disk, "unlink", reinterpret_cast<sqlite3_syscall_ptr>(+[](const char *path) {
+            count();
+            return realUnlink(path);
+        }));
+    }
+
+private:
+    using Write = ssize_t (*)(int, const void *, std::size_t, off_t);
+    using Unlink = int (*)(const char *);
+    static void count() {
+        if (--left == 0)
+            raise(SIGKILL);
+    }
+    static inline int left = 0;
+    static inline Write realWrite = nullptr;
+    static inline Unlink realUnlink = nullptr;
+};
+
+TEST(AddressBookWriting, killedAtAnyWriteHoldsEachContactWithItsPictureOrNot) {
+    const auto pictured = [] {
+        return contact([](ZpContactDataInfo &c) {
+            fillEverything(c);
+            c.setImageCharData(NSData::of("\xFF\xD8\xFF" + std::string(9'000, 'p')));
+        });
+    };
+    const std::string whole = described(*[&] {
+        const TestImage image;
+        EXPECT_TRUE(image.store()->addNewContact_toGroups(pictured(), {}));
+        return image.contacts().at(0);
+    }());
+    int kills = 0, halves = 0;
+    for (int status = 0; status != 7; ++kills) {
+        const TestImage image;
+        image.execImages("CREATE TABLE ABFullSizeImage (record_id INTEGER PRIMARY KEY, data BLOB)");
+        status = inChild([&] {
+            const auto store = inGroupsOf(image, 2);
+            const DeathAtCall death(kills + 1);
+            store->addNewContacts_toGroups_progress({pictured(), pictured(), pictured(), pictured()}, {}, {});
+            return 7;
+        });
+        ASSERT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
+        const ContactList contacts = image.contacts();
+        EXPECT_TRUE(contacts.size() == 0 || contacts.size() == 2 || contacts.size() == 4) << kills;
+        halves += contacts.size() == 2;
+        for (const auto &c : contacts) {
+            EXPECT_EQ(described(*c), whole) << kills;
+            ASSERT_TRUE(c->image_data()) << kills;
+            ASSERT_TRUE(c->image_data()->data()) << kills;
+            EXPECT_EQ(c->image_data()->data()->length(), 9'003u) << kills;
+        }
+        EXPECT_TRUE(image.store()->addNewContact_toGroups(named("after"), {})) << kills;
+    }
+    EXPECT_GT(kills, 30);
+    EXPECT_GT(halves, 0);
+}
+
+TEST(AddressBookWriting, aFullDiskFailsWithAMessageAndChangesNothing) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old')");
+    EXPECT_EQ(inChild([&] {
+                  std::signal(SIGXFSZ, SIG_IGN);
+                  const rlimit limit{150'000, 150'000};
+                  setrlimit(RLIMIT_FSIZE, &limit);
+                  ContactList list = letters(3);
+                  list[1]->setNotes(std::string(400'000, 'n'));
+                  Calls calls;
+                  const auto store = image.store();
+                  store->addNewContacts_toGroups_progress(list, {}, calls.progress());
+                  const auto failure = store->failures().first();
+                  return failure && calls.log.starts_with("0/3:") && calls.log.find("2/3:") != std::string::npos &&
+                                 calls.log.find("1/3:-1") != std::string::npos
+                             ? 5
+                             : 6;
+              }), 5);
+    for (const auto &c : image.contacts())
+        EXPECT_TRUE(c->notes().isNil());
+    EXPECT_EQ(names(image.contacts()).substr(0, 3), "old");
+}
+
+TEST(AddressBookWriting, aFolderWithoutWritePermissionFailsWithAMessageAndChangesNothing) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old')");
+    namespace fs = std::filesystem;
+    fs::permissions(image.path().parent_path(), fs::perms::all);
+    for (const auto &entry : fs::recursive_directory_iterator(image.path()))
+        fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0555) : fs::perms(0444));
+    fs::permissions(image.path(), fs::perms(0555));
+    const std::string before = pictureOf(image.path());
+    EXPECT_EQ(inChild([&] {
+                  if (getuid() == 0 && setuid(65534) != 0)
+                      return 9;
+                  const auto store = image.store();
+                  store->getContactDataFromAddressList();
+                  if (names(store->contactArray()) != "old")
+                      return 1;
+                  if (store->addNewContact_toGroups(named("new"), {}))
+                      return 2;
+                  return store->failures().first()->kind == AccessError::Kind::readOnly ? 5 : 6;
+              }), 5);
+    EXPECT_EQ(pictureOf(image.path()), before);
+}
+
+// ---------------------------------------------------------------- changing
+
+TEST(AddressBookEditing, touchesOnlyRowsThatChanged) {
+    const TestImage image;
+    const auto store = image.store();
+    ASSERT_TRUE(store->addNewContact_toGroups(contact(fillEverything), {}));
+    image.exec("CREATE TABLE Touched (what TEXT);"
+               "CREATE TRIGGER t1 AFTER UPDATE ON ABPerson BEGIN INSERT INTO Touched SELECT 'person' WHERE OLD.ModificationDate = NEW.ModificationDate; END;"
+               "CREATE TRIGGER t2 AFTER UPDATE ON ABMultiValue BEGIN INSERT INTO Touched VALUES ('value ' || OLD.value); END;"
+               "CREATE TRIGGER t3 AFTER DELETE ON ABMultiValue BEGIN INSERT INTO Touched VALUES ('gone ' || OLD.value); END;"
+               "CREATE TRIGGER t4 AFTER INSERT ON ABMultiValue BEGIN INSERT INTO Touched VALUES ('new ' || NEW.value || ' ' || NEW.identifier); END;"
+               "CREATE TRIGGER t5 AFTER UPDATE ON ABMultiValueEntry BEGIN INSERT INTO Touched VALUES ('part ' || OLD.value); END;"
+               "UPDATE ABPerson SET ModificationDate = 1");
+    ContactList contacts = image.contacts();
+    EXPECT_EQ(store->editContacts_onGroups(contacts, {}), 1);
+    EXPECT_EQ(image.query("SELECT what FROM Touched"), "");
+    EXPECT_EQ(image.query("SELECT ModificationDate FROM ABPerson"), "1");
+
+    ZpContactDataInfo &ada = *contacts.at(0);
+    ada.setFirst_name("Augusta");
+    auto &phones = ada.mutable_phone_numbers();
+    phones.erase(phones.begin() + 1);
+    phones[0].phone_number = "+111";
+    phones.push_back({"Home", nullptr});   // a row of the editor that stayed empty
+    phones.push_back({"Home", "444"});
+    ada.mutable_addresses()[0].city = "Paris";
+    ada.mutable_addresses()[0].country_code = nullptr;
+    EXPECT_EQ(store->editContacts_onGroups(contacts, {}), 1);
+    EXPECT_EQ(image.query("SELECT what FROM Touched ORDER BY what"), "gone 2|new 444 3|part London|person|value +1");
+    const std::string now = described(*image.contacts().at(0));
+    EXPECT_NE(now.find("complete=Dr. Augusta K. Lovelace II\n"), std::string::npos) << now;
+    EXPECT_NE(now.find("phone Mobile=+111\nphone Work=3\nphone Home=444\n"), std::string::npos) << now;
+    EXPECT_NE(now.find(" city=Paris\n state=\n zip=1000\n country=UK\naddress hut"), std::string::npos) << now;
+}
+
+TEST(AddressBookEditing, aNewWholeNameOfANamelessContactIsItsFirstName) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (Organization) VALUES ('Acme')");
+    ContactList contacts = image.contacts();
+    contacts.at(0)->setCompleteName("Ada Lovelace");
+    EXPECT_EQ(image.store()->editContacts_onGroups(contacts, {}), 1);
+    EXPECT_EQ(described(*image.contacts().at(0)), "complete=Ada Lovelace\nfirst=Ada Lovelace\ncompany=Acme\n");
+}
+
+TEST(AddressBookEditing, aPictureStaysGoesOrIsReplaced) {
+    const TestImage image;
+    const auto store = image.store();
+    const auto pictured = contact([](ZpContactDataInfo &c) { c.setFirst_name("A"), c.setImageCharData(NSData::of("\xFF\xD8\xFF""1")); });
+    ASSERT_TRUE(store->addNewContact_toGroups(pictured, {}));
+    const auto bytes = [&] {
+        const auto picture = image.contacts().at(0)->image_data();
+        return picture ? std::string(picture->data()->bytes()) : "none";
+    };
+    ContactList contacts = image.contacts();
+    store->editContacts_onGroups(contacts, {});
+    EXPECT_EQ(bytes(), "\xFF\xD8\xFF""1");
+    write(image.path() / "new.jpg", "\xFF\xD8\xFF""2");
+    contacts[0]->setImagePath((image.path() / "new.jpg").string());
+    store->editContacts_onGroups(contacts, {});
+    EXPECT_EQ(bytes(), "\xFF\xD8\xFF""2");
+    write(image.path() / "icon_list_user.png", "\xFF\xD8\xFF""3");
+    contacts[0]->setImagePath((image.path() / "icon_list_user.png").string());
+    store->editContacts_onGroups(contacts, {});
+    EXPECT_EQ(bytes(), "\xFF\xD8\xFF""2");   // the placeholder is never stored
+    contacts[0]->setImage_data(nullptr);
+    contacts[0]->setImagePath(nullptr);
+    store->editContacts_onGroups(contacts, {});
+    EXPECT_EQ(bytes(), "none");
+}
+
+TEST(AddressBookEditing, aPictureThatNobodyCanConvertIsStoredAsItIs) {
+    const TestImage image;
+    ASSERT_TRUE(image.store()->addNewContact_toGroups(contact([](ZpContactDataInfo &c) { c.setImageCharData(NSData::of("BMP?")); }), {}));
+    EXPECT_EQ(image.contacts().at(0)->image_data()->data()->bytes(), "BMP?");
+}
+
+TEST(AddressBookEditing, aContactOfNoDeviceCannotBeChanged) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old')");
+    const auto keyed = [](const char *key) { return contact([key](ZpContactDataInfo &c) { c.setPKey(key); }); };
+    for (const char *key : {"2", "", "1x", "-", "99999999999999999999"})
+        EXPECT_EQ(image.store()->editContacts_onGroups({keyed(key)}, {}), 0) << key;
+    EXPECT_EQ(image.store()->editContacts_onGroups({named("x")}, {}), 0);
+    EXPECT_EQ(names(image.contacts()), "old");
+}
+
+// ---------------------------------------------------------------- merging and removing
+
+TEST(AddressBookMerging, keepsTheSurvivorAndMovesTheGroups) {
+    const TestImage image(newestVersion(), "INSERT INTO ABGroup (ROWID, Name) VALUES (1, 'G'), (2, 'H');");
+    const auto store = image.store();
+    for (const char *phone : {"1", "2", "3"})
+        ASSERT_TRUE(store->addNewContact_toGroups(contact([&](ZpContactDataInfo &c) {
+                                                      c.setFirst_name("Tom");
+                                                      c.mutable_phone_numbers() = {{"Home", phone}};
+                                                  }), {}));
+    image.exec("INSERT INTO ABGroupMembers (group_id, member_type, member_id) VALUES (1, 0, 1), (2, 0, 1), (1, 0, 2), (2, 0, 3)");
+    ContactList contacts = image.contacts();
+    const auto survivor = contacts[1];
+    for (const int other : {0, 2})   // as the merge does: copies of the records of the others
+        survivor->mutable_phone_numbers().push_back(contacts[static_cast<std::size_t>(other)]->phone_numbers()[0]);
+    EXPECT_TRUE(store->combineRepeatContacts_newContact_toGroup(contacts, survivor, {}));
+    EXPECT_EQ(described(*image.contacts().at(0)), "complete=Tom\nfirst=Tom\nphone Home=2\nphone Home=1\nphone Home=3\n");
+    EXPECT_EQ(image.query("SELECT ROWID FROM ABPerson"), "2");
+    EXPECT_EQ(image.query("SELECT group_id || ':' || member_id FROM ABGroupMembers ORDER BY group_id"), "1:2|2:2");
+}
+
+TEST(AddressBookMerging, isAllOrNothing) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('a'), ('b'), ('c');"
+                                           "CREATE TRIGGER stuck BEFORE DELETE ON ABPerson WHEN OLD.First = 'c' BEGIN SELECT raise(ABORT, 'stuck'); END");
+    const ContactList contacts = image.contacts();
+    contacts[0]->setFirst_name("merged");
+    const auto store = image.store();
+    EXPECT_FALSE(store->combineRepeatContacts_newContact_toGroup(contacts, contacts[0], {}));
+    EXPECT_NE(store->failures().first()->text.find("stuck"), std::string::npos);
+    EXPECT_EQ(names(image.contacts()), "a|b|c");
+}
+
+TEST(AddressBookRemoving, tellsEachContactAndStopsAfterItsGroup) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('a'), ('b'), ('c'), ('d')");
+    ContactList contacts = image.contacts();
+    contacts.insert(contacts.begin() + 1, named("unknown"));
+    std::string log;
+    inGroupsOf(image, 3)->deleteContactsOrGroups_callBack(contacts, [&](std::int64_t index, std::int64_t total, auto c, bool success, bool *stop) {
+        log += std::to_string(index) + "/" + std::to_string(total) + (c == contacts[static_cast<std::size_t>(index)] ? "" : "?") + (success ? "+ " : "- ");
+        *stop = index == 1;
+    });
+    EXPECT_EQ(log, "0/5+ 1/5- 2/5+ ");
+    EXPECT_EQ(names(image.contacts()), "c|d");
+}
+
+TEST(AddressBookStore, asksTheDeviceEachTimeWhetherTheCloudHasTheData) {
+    const TestImage image;
+    const auto store = image.store();
+    EXPECT_EQ(store->isDeviceiCloudOpen(0), 0);
+    const auto tree = image.open();
+    device::PropertyList properties = tree->properties();
+    properties.setFlag("CloudContacts", true);
+    properties.setFlag("CloudMessages", true);
+    {
+        const device::WriterLock lock = tree->lockForWriting();
+        tree->setProperties(lock, properties);
+    }
+    EXPECT_NE(store->isDeviceiCloudOpen(0), 0);
+    EXPECT_EQ(store->isDeviceiCloudOpen(2), 0);
+    EXPECT_NE(store->isDeviceiCloudOpen(4), 0);
+}
+
+TEST(AddressBookStore, aFileThatCannotBeWrittenIsNoSuccess) {
+    const TestImage image;
+    std::string log;
+    image.store()->exportContactsToCSVFileFromArray_toPath_callBack({}, "/nowhere/x.csv", [&](std::int32_t result, std::int64_t count) {
+        log += std::to_string(result) + ":" + std::to_string(count) + " ";
+    });
+    EXPECT_EQ(log, "-1:0 ");
+}
+
+}  // namespace
