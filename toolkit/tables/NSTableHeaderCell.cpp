@@ -1,0 +1,18 @@
+#include "toolkit/tables/NSTableHeaderCell.h"
+
+#include "toolkit/views/ClassKeys.h"
+
+HN_CLASS_TABLE(NSTableHeaderCell, NSObjectTable, .key("title", keys::get(&NSTableHeaderCell::title), keys::set(&NSTableHeaderCell::setTitle)))
+
+void NSTableHeaderCell::drawWithFrame_inView(const NSRect &frame, Canvas &canvas, NSTableHeaderView &, SortIndicator indicator) {
+    constexpr double kMargin = 4, kArrow = 8;
+    canvas.fillRect(frame, backgroundColor_);
+    NSRect text = frame.insetBy(kMargin, kMargin);
+    if (indicator != SortIndicator::none) {
+        const double right = frame.maxX() - kMargin, middle = frame.minY() + frame.size.height / 2;
+        const double up = indicator == SortIndicator::ascending ? -kArrow / 4 : kArrow / 4;
+        canvas.fillPolygon({{right - kArrow, middle - up}, {right, middle - up}, {right - kArrow / 2, middle + up}}, NSColor::grayColor());
+        text.size.width = std::max(0.0, text.size.width - kArrow - kMargin);
+    }
+    canvas.drawText(title_, text, {font_, textColor_, alignment_, LineBreak::truncateTail});
+}
