@@ -1,0 +1,170 @@
+#include "device/FileTree.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "device/BackupFolder.h"
+#include "tests/device/TestBackup.h"
+
+using namespace testdevice;
+using device::AccessError;
+using device::DevicePath;
+
+namespace {
+
+std::string listed(const device::FileTree &tree, const DevicePath &folder) {
+    std::string all;
+    for (const device::FileEntry &entry : tree.list(folder))
+        all += entry.name + (entry.isFolder ? "/ " : ":" + std::to_string(entry.sizeBytes) + " ");
+    return all;
+}
+
+AccessError::Kind refusal(const std::function<void()> &work) {
+    try {
+        work();
+    } catch (const AccessError &error) {
+        return error.kind();
+    }
+    return AccessError::Kind::failed;
+}
+
+class EscapingPath : public testing::TestWithParam<DevicePath> {};
+
+TEST_P(EscapingPath, isNotThereAndNeverWritten) {
+    const TestImage image;
+    const auto tree = image.open();
+    write(image.path().parent_path() / "secret", "s");
+    write(image.path() / "secret", "s");
+    std::filesystem::create_directories(image.path() / "Media");
+    std::filesystem::create_symlink("../../..", image.path() / "Media/up");
+    std::filesystem::create_symlink("/nowhere/at/all", image.path() / "Media/dangling");
+    std::filesystem::create_symlink("../../secret", image.path() / "Media/secretlink");
+    const std::string before = pictureOf(image.path().parent_path());
+    EXPECT_FALSE(tree->find(GetParam()));
+    EXPECT_EQ(listed(*tree, GetParam()), "");
+    {
+        const device::WriterLock lock = tree->lockForWriting();
+        EXPECT_EQ(refusal([&] { tree->replace(lock, GetParam(), "x"); }), AccessError::Kind::outside);
+        EXPECT_EQ(refusal([&] { tree->remove(lock, GetParam()); }), AccessError::Kind::outside);
+        EXPECT_THROW((void)tree->openForWriting(lock, GetParam()), AccessError);
+    }
+    std::filesystem::remove(image.path() / ".lock");
+    EXPECT_EQ(pictureOf(image.path().parent_path()), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(FileTree, EscapingPath,
+                         testing::Values(DevicePath{"HomeDomain", "../secret"}, DevicePath{"HomeDomain", "Library/../../../secret"},
+                                         DevicePath{"HomeDomain", "/etc/passwd"}, DevicePath{"..", "secret"}, DevicePath{"", "secret"},
+                                         DevicePath{".", "secret"}, DevicePath{"a/../..", "secret"}, DevicePath{"HomeDomain/..", "secret"},
+                                         DevicePath{"HomeDomain", std::string("a\0b", 3)}, DevicePath{"HomeDomain", "a//b"},
+                                         DevicePath{"HomeDomain", "a/"}, DevicePath{"Media", "up/secret"}, DevicePath{"Media", "dangling"},
+                                         DevicePath{"Media", "dangling/x"}, DevicePath{"Media", "secretlink"}));
+
+TEST(ImageFolder, addsUnderAFreeName) {
+    const TestImage image;
+    const auto tree = image.open();
+    write(image.path() / "source.jpg", "bytes");
+    const device::WriterLock lock = tree->lockForWriting();
+    const auto add = [&](const char *name) {
+        device::File source = device::File::openForReading(image.path() / "source.jpg");
+        return tree->add(lock, {"Media", "DCIM"}, name, source);
+    };
+    EXPECT_EQ(add("a.b.jpg"), "a.b.jpg");
+    EXPECT_EQ(add("a.b.jpg"), "a.b (1).jpg");
+    EXPECT_EQ(add("a.b.jpg"), "a.b (2).jpg");
+    EXPECT_EQ(add(".hidden"), ".hidden");
+    EXPECT_EQ(add(".hidden"), ".hidden (1)");
+    EXPECT_EQ(refusal([&] { (void)add("../x"); }), AccessError::Kind::outside);
+    tree->replace(lock, {"Media", "DCIM/a.b.jpg"}, "longer bytes");
+    tree->remove(lock, {"Media", "DCIM/.hidden"});
+    tree->remove(lock, {"Media", "DCIM/never was"});
+    EXPECT_EQ(listed(*tree, {"Media", "DCIM"}), ".hidden (1):5 a.b (1).jpg:5 a.b (2).jpg:5 a.b.jpg:12 ");
+    EXPECT_EQ(listed(*tree, {"Media", ""}), "DCIM/ ");
+    EXPECT_EQ(tree->domains(), (std::vector<std::string>{"HomeDomain", "Media"}));
+    EXPECT_EQ(tree->open({"Media", "DCIM/a.b.jpg"}).read(100), "longer bytes");
+}
+
+TEST(ImageFolder, aPipeIsNoFile) {
+    const TestImage image;
+    std::filesystem::remove(image.database());
+    ASSERT_EQ(mkfifo(image.database().c_str(), 0600), 0);
+    EXPECT_EQ(names(image.contacts()), "");
+    EXPECT_THROW((void)device::File::openForReading(image.database()), AccessError);
+}
+
+TEST(ImageFolder, aNewOneStandsWholeOrNotAtAll) {
+    const TempFolder folder;
+    const auto path = folder.path() / "new";
+    EXPECT_THROW(device::ImageFolder::create(path, {}, [](device::ImageFolder &) { throw std::runtime_error("no room"); }), std::runtime_error);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    std::filesystem::create_directories(path);
+    device::ImageFolder::create(path, {});   // an empty folder is welcome
+    EXPECT_TRUE(std::filesystem::exists(path / "Device.plist"));
+    EXPECT_EQ(refusal([&] { device::ImageFolder::create(path, {}); }), AccessError::Kind::failed);
+}
+
+TEST(BackupFolder, namesFilesByTheirHash) {
+    EXPECT_EQ(device::BackupFolder::fileID({"HomeDomain", "Library/SMS/sms.db"}), "3d0d7e5fb2ce288813306e4d4636395e047a3d28");
+    EXPECT_EQ(device::BackupFolder::fileID({"MediaDomain", "Media/iTunes_Control/iTunes/MediaLibrary.sqlitedb"}), "b12a5ad5e199d4f2fe91130a8205ae5562f3aa68");
+}
+
+TEST(BackupFolder, findsAndListsWhatIsThere) {
+    const TestBackup backup;
+    backup.add("MediaDomain", "Media", "", 2);
+    backup.add("MediaDomain", "Media/a.txt", "abc");
+    backup.add("MediaDomain", "Media/sub", "", 2);
+    backup.add("MediaDomain", "Media/sub/b.txt", "b");
+    backup.add("MediaDomain", "Media/../../x", "evil");
+    backup.add("OtherDomain", "Media/c.txt", "c");
+    backup.add("MediaDomain", "Media/lost", "x");
+    const auto place = [&](const char *path) {
+        const std::string id = device::BackupFolder::fileID({"MediaDomain", path});
+        return backup.path() / id.substr(0, 2) / id;
+    };
+    std::filesystem::remove(place("Media/lost"));
+    backup.add("MediaDomain", "Media/link", "x");
+    std::filesystem::remove(place("Media/link"));
+    std::filesystem::create_symlink("/etc/passwd", place("Media/link"));
+    const std::string before = pictureOf(backup.path());
+    const device::BackupFolder tree(backup.path());
+    EXPECT_EQ(listed(tree, {"MediaDomain", "Media"}), "a.txt:3 sub/ ");
+    EXPECT_EQ(listed(tree, {"MediaDomain", ""}), "Media/ ");
+    EXPECT_EQ(tree.open({"MediaDomain", "Media/sub/b.txt"}).read(9), "b");
+    for (const char *path : {"Media/lost", "Media/link", "Media/../../x", "Media", "Media/nothing"})
+        EXPECT_FALSE(tree.find({"MediaDomain", path})) << path;
+    EXPECT_EQ(tree.domains(), (std::vector<std::string>{"MediaDomain", "OtherDomain"}));
+    EXPECT_EQ(pictureOf(backup.path()), before);
+}
+
+TEST(BackupFolder, readsTheAddressBookWithItsLogAndChangesNothing) {
+    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old'); PRAGMA journal_mode = WAL");
+    (void)inChild([&] {
+        device::sqlite::Database database(image.database(), device::sqlite::Access::readWrite);
+        database.exec("INSERT INTO ABPerson (First) VALUES ('new')");
+        _exit(0);
+        return 0;
+    });
+    const TestBackup backup;
+    const std::string name = "Library/AddressBook/AddressBook.sqlitedb";
+    backup.add("HomeDomain", name, readFile(image.database()));
+    for (const char *expected : {"old", "old|new"}) {
+        const std::string before = pictureOf(backup.path());
+        const auto store = device::contacts::AddressBookStore::open(std::make_shared<device::BackupFolder>(backup.path()));
+        store->getContactDataFromAddressList();
+        EXPECT_EQ(names(store->contactArray()), expected);
+        EXPECT_FALSE(store->addNewContact_toGroups(named("x"), {}));
+        EXPECT_EQ(store->failures().first()->kind, AccessError::Kind::readOnly);
+        EXPECT_NE(store->failures().first()->text.find("only ever read"), std::string::npos);
+        EXPECT_EQ(store->editContacts_onGroups(store->contactArray(), {}), 0);
+        std::string calls;
+        store->deleteContactsOrGroups_callBack(store->contactArray(), [&](auto, auto, auto, bool success, bool *) { calls += success ? "+" : "-"; });
+        EXPECT_EQ(calls.find('+'), std::string::npos);
+        EXPECT_FALSE(calls.empty());
+        EXPECT_EQ(pictureOf(backup.path()), before);
+        if (std::string(expected) == "old")
+            backup.add("HomeDomain", name + "-wal", readFile(image.database().string() + "-wal"));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,24 @@
+// A backup folder as a device's host program lays it down.
+#pragma once
+
+#include "tests/device/TestDevice.h"
+
+namespace testdevice {
+
+class TestBackup {
+public:
+    // In a folder of its own, or in `folder`.
+    TestBackup();
+    explicit TestBackup(std::filesystem::path folder);
+
+    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+    // Adds a row and the bytes of a file; `flags` 1 file, 2 folder.
+    void add(const std::string &domain, const std::string &relativePath, std::string_view bytes, int flags = 1) const;
+    void describe(bool isEncrypted = false) const;
+
+private:
+    TempFolder temporary_;
+    std::filesystem::path path_;
+};
+
+}  // namespace testdevice
