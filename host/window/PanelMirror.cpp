@@ -1,0 +1,80 @@
+#include "host/window/PanelMirror.h"
+
+#include <QMessageBox>
+#include <QPointer>
+
+#include "host/window/QtText.h"
+#include "toolkit/dispatch/Guard.h"
+#include "toolkit/views/NSSavePanel.h"
+
+namespace host {
+
+namespace {
+
+// "All of them (*.csv *.vcf)", both cases, since names from phones have either.
+QStringList filtersOf(const NSSavePanel &panel) {
+    QStringList patterns;
+    for (const NSString &type : panel.allowedFileTypes) {
+        const QString plain = qtString(type);
+        patterns << QStringLiteral("*.") + plain.toLower() << QStringLiteral("*.") + plain.toUpper();
+    }
+    if (patterns.isEmpty())
+        return {QObject::tr("All files") + QStringLiteral(" (*)")};
+    QStringList names;
+    for (const NSString &type : panel.allowedFileTypes)
+        names << qtString(type);
+    return {names.join(QStringLiteral(", ")) + QStringLiteral(" (") + patterns.join(u' ') + QStringLiteral(")")};
+}
+
+}  // namespace
+
+PanelMirror::PanelMirror(const std::shared_ptr<NSSavePanel> &panel, QWidget *owner)
+    : QFileDialog(owner), panel_(panel), isSave_(dynamic_cast<NSOpenPanel *>(panel.get()) == nullptr) {
+    setOption(QFileDialog::DontUseNativeDialog);
+    setAcceptMode(isSave_ ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    if (const auto *open = dynamic_cast<NSOpenPanel *>(panel.get())) {
+        if (open->canChooseDirectories && !open->canChooseFiles) {
+            setFileMode(QFileDialog::Directory);
+            setOption(QFileDialog::ShowDirsOnly);
+        } else {
+            setFileMode(open->allowsMultipleSelection ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+        }
+    } else {
+        setFileMode(QFileDialog::AnyFile);
+        if (!panel->allowedFileTypes.empty())
+            setDefaultSuffix(qtString(panel->allowedFileTypes.front()));
+    }
+    setNameFilters(filtersOf(*panel));
+    if (!panel->title().isEmpty() || !panel->message.isEmpty())
+        setWindowTitle(qtString(panel->message.isEmpty() ? panel->title() : panel->message));
+    if (!panel->prompt.isEmpty())
+        setLabelText(QFileDialog::Accept, qtString(panel->prompt));
+    if (!panel->directoryURL.isEmpty())
+        setDirectory(qtString(panel->directoryURL));
+    if (!panel->nameFieldStringValue.isEmpty())
+        selectFile(qtString(panel->nameFieldStringValue));
+    setFilter(panel->showsHiddenFiles ? filter() | QDir::Hidden : filter());
+    setWindowModality(Qt::ApplicationModal);
+}
+
+void PanelMirror::done(int result) {
+    const auto panel = panel_.lock();
+    if (!panel || !panel->isRunning())
+        return QFileDialog::done(result);
+    if (result != QDialog::Accepted) {
+        panel->cancel();
+        return QFileDialog::done(result);
+    }
+    std::vector<NSString> paths;
+    for (const QString &file : selectedFiles())
+        paths.push_back(toolkitString(file));
+    // A save dialog has asked about an existing file itself before it comes here.
+    if (panel->choose(paths, isSave_))
+        return QFileDialog::done(result);
+    const QPointer<PanelMirror> self(this);
+    QMessageBox::warning(this, windowTitle(), qtString(panel->refusal()));
+    if (self && !panel->isRunning())
+        QFileDialog::done(QDialog::Rejected);
+}
+
+}  // namespace host

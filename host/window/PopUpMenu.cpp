@@ -1,0 +1,55 @@
+#include "host/window/PopUpMenu.h"
+
+#include <QMenu>
+#include <QPointer>
+
+#include "host/window/PictureCache.h"
+#include "host/window/QtText.h"
+#include "toolkit/views/NSMenu.h"
+
+namespace host {
+
+namespace {
+
+QIcon iconOf(const NSMenuItem &item, double ratio) {
+    constexpr double kEdge = 16;
+    return item.image ? QIcon(PictureCache::shared().pixmap(item.image, item.image->crop(), {kEdge, kEdge}, ratio)) : QIcon();
+}
+
+}  // namespace
+
+void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSMenuItem>> &entries) {
+    for (const auto &item : menu.itemArray()) {
+        if (item->hidden)
+            continue;
+        if (item->isSeparator()) {
+            native.addSeparator();
+            continue;
+        }
+        const QString title = qtString(item->title).replace(u'&', QStringLiteral("&&"));
+        QAction *action = item->hasSubmenu() ? native.addMenu(title)->menuAction() : native.addAction(title);
+        action->setIcon(iconOf(*item, native.devicePixelRatioF()));
+        action->setEnabled(item->enabled);
+        action->setCheckable(item->state != 0);
+        action->setChecked(item->state != 0);
+        action->setToolTip(qtString(item->toolTip));
+        action->setData(static_cast<qulonglong>(entries.size()));
+        entries.push_back(item);
+        if (item->hasSubmenu())
+            fillMenu(*action->menu(), *item->submenu(), entries);
+    }
+}
+
+std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPoint &globalPlace, QWidget *owner) {
+    // Its owner may go while it is open, and takes it along.
+    const QPointer<QMenu> native(new QMenu(owner));
+    std::vector<std::shared_ptr<NSMenuItem>> entries;
+    fillMenu(*native, *menu, entries);
+    const QAction *chosen = native->exec(globalPlace);
+    const std::size_t index = chosen ? static_cast<std::size_t>(chosen->data().toULongLong()) : entries.size();
+    if (native)
+        native->deleteLater();
+    return index < entries.size() ? entries[index] : nullptr;
+}
+
+}  // namespace host

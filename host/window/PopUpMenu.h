@@ -1,0 +1,20 @@
+// Menus of the toolkit as native ones. Threads: main.
+#pragma once
+
+#include <QPoint>
+
+#include <memory>
+
+class NSMenu;
+class NSMenuItem;
+class QMenu;
+class QWidget;
+
+namespace host {
+
+// Fills a native menu with the entries, submenus included; each action carries its entry's number in depth-first order.
+void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSMenuItem>> &entries);
+// Shows the menu and returns what the person chose; null for none. The main queue goes on meanwhile.
+[[nodiscard]] std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPoint &globalPlace, QWidget *owner);
+
+}  // namespace host
