@@ -266,7 +266,15 @@ std::optional<std::uint64_t> primaryItem(std::string_view meta) {
     return reader.isGood() ? std::optional(item) : std::nullopt;
 }
 
-// The primary item's extent (ispe), turned by its rotation (irot counts quarter turns).
+// One side of a clean aperture (clap): a fraction, at most the coded side; 0 where it is no sound number.
+std::uint64_t apertureSide(Reader &reader, std::uint64_t coded) {
+    const std::uint64_t numerator = reader.number(4), denominator = reader.number(4);
+    const std::uint64_t side = denominator == 0 ? 0 : numerator / denominator;
+    return side <= coded ? side : 0;
+}
+
+// The primary item's extent (ispe), cut by its clean aperture, turned by its rotation (irot counts quarter turns). They
+// are listed in the order in which they apply.
 std::optional<NSSize> heifSize(std::string_view bytes) {
     const auto metaBox = findBox(bytes, "meta");
     if (!metaBox || metaBox->size() < 4)
@@ -289,8 +297,11 @@ std::optional<NSSize> heifSize(std::string_view bytes) {
             reader.skip(4);
             width = reader.number(4);
             height = reader.number(4);
-        } else if (property.type == "irot") {
-            turned = (reader.number(1) & 1) != 0;
+        } else if (property.type == "clap") {
+            width = apertureSide(reader, width);
+            height = apertureSide(reader, height);
+        } else if (property.type == "irot" && (reader.number(1) & 1) != 0) {
+            turned = !turned;
         }
         if (!reader.isGood())
             return std::nullopt;

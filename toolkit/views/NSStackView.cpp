@@ -20,6 +20,7 @@ void NSStackView::insertArrangedSubview_atIndex(const std::shared_ptr<NSView> &v
     if (!view || isDescendantOf(*view))
         return;
     std::erase(arranged_, view);
+    sizeWhenArranged_.try_emplace(view.get(), view->frame().size);
     if (view->superview().get() != this)
         addSubview(view);
     arranged_.insert(arranged_.begin() + static_cast<std::ptrdiff_t>(std::min(index, arranged_.size())), view);
@@ -28,10 +29,12 @@ void NSStackView::insertArrangedSubview_atIndex(const std::shared_ptr<NSView> &v
 
 void NSStackView::removeArrangedSubview(const std::shared_ptr<NSView> &view) {
     std::erase(arranged_, view);
+    sizeWhenArranged_.erase(view.get());
     changed();
 }
 
 void NSStackView::willRemoveSubview(NSView &view) {
+    sizeWhenArranged_.erase(&view);
     if (std::erase_if(arranged_, [&](const auto &held) { return held.get() == &view; }))
         changed();
 }
@@ -75,8 +78,19 @@ NSView::List NSStackView::shown() const {
 }
 
 NSSize NSStackView::naturalSizeOf(const NSView &view) const {
-    const NSSize natural = view.intrinsicContentSize(), now = view.frame().size;
-    return {natural.width >= 0 ? natural.width : now.width, natural.height >= 0 ? natural.height : now.height};
+    NSSize size = view.intrinsicContentSize();
+    const auto found = sizeWhenArranged_.find(&view);
+    const NSSize before = found == sizeWhenArranged_.end() ? view.frame().size : found->second;
+    size = {size.width >= 0 ? size.width : before.width, size.height >= 0 ? size.height : before.height};
+    for (const auto &constraint : view.constraints()) {
+        if (constraint->firstItem().get() != &view || constraint->secondAttribute() != NSLayoutAttribute::notAnAttribute)
+            continue;
+        if (constraint->firstAttribute() == NSLayoutAttribute::width)
+            size.width = constraint->constant();
+        else if (constraint->firstAttribute() == NSLayoutAttribute::height)
+            size.height = constraint->constant();
+    }
+    return size;
 }
 
 NSSize NSStackView::intrinsicContentSize() const {

@@ -1,12 +1,16 @@
 // Views in a row or a column, each with its natural size: forms and bars that follow translations and right-to-left.
 //
-// Along     natural size (intrinsicContentSize, else the frame's); what is left over goes in equal parts to the views whose
+// Natural   a constant width or height constraint on the view itself, else intrinsicContentSize, else the size that the
+//           view had when it was arranged.
+// Along     natural sizes; what is left over goes in equal parts to the views whose
 //           contentHuggingPriority is below 250, else stays empty at the end (fill: goes to the last view).
 //           What is missing is taken from those same views first, then from the end.
 // Across    every view is as wide (high) as the stack, or natural at the leading edge, in the middle, at the trailing edge.
 // Hidden    views take no room. A row runs from right to left where the application does.
 // Threads   main.
 #pragma once
+
+#include <unordered_map>
 
 #include "toolkit/views/NSView.h"
 
@@ -52,6 +56,7 @@ private:
     void arrange();
     void changed();
     List arranged_;
+    std::unordered_map<const NSView *, NSSize> sizeWhenArranged_;
     NSUserInterfaceLayoutOrientation orientation_ = NSUserInterfaceLayoutOrientation::horizontal;
     NSStackAlignment alignment_ = NSStackAlignment::fill;
     NSEdgeInsets insets_;

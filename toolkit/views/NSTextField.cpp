@@ -6,6 +6,7 @@
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/views/ClassKeys.h"
 #include "toolkit/views/NSWindow.h"
+#include "toolkit/views/Presenter.h"
 
 HN_CLASS_TABLE(NSTextField, NSControl, .key("editable", keys::get(&NSTextField::isEditable), keys::set(&NSTextField::setEditable))
                    .key("placeholderString", keys::get(&NSTextField::placeholderString), keys::set(&NSTextField::setPlaceholderString))
@@ -133,6 +134,8 @@ void NSTextField::selectText() {
     if (const auto window = this->window(); window && window->firstResponder() != self && !window->makeFirstResponder(self))
         return;
     setSelectedRange({0, stringValue().length()});
+    if (!isEditing_ && beginEditing())
+        Presenter::current()->editorDidOpen(*this);
 }
 
 bool NSTextField::resignFirstResponder() { return endEditing(); }

@@ -78,6 +78,7 @@ public:
     // Selection of the editor; characters.
     [[nodiscard]] NSRange selectedRange() const { return selectedRange_; }
     void setSelectedRange(NSRange range);
+    // A program's wish that a person edits here: takes the focus, selects all, opens the editor through the presenter.
     void selectText();
     // Clicks the n-th link; false without one.
     bool clickLink(std::size_t index);

@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+
+#include "tests/toolkit/views/ViewsWorld.h"
+#include "toolkit/views/SetAsideFile.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Panels : public testing::Test {
+protected:
+    Panels() : folder(fs::temp_directory_path() / ("panels-" + std::to_string(::getpid()))) {
+        fs::create_directories(folder / "sub");
+        write("old.vcf", "old");
+    }
+    ~Panels() override { fs::remove_all(folder); }
+    void write(const std::string &name, const std::string &text) const { std::ofstream(folder / name) << text; }
+    [[nodiscard]] std::string read(const std::string &name) const {
+        std::ifstream file(folder / name);
+        std::ostringstream text;
+        text << file.rdbuf();
+        return file ? text.str() : "none";
+    }
+    [[nodiscard]] NSString path(const std::string &name) const { return NSString((folder / name).string()); }
+    [[nodiscard]] std::size_t files() const { return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {})); }
+    fs::path folder;
+    ViewsWorld world;
+};
+
+TEST_F(Panels, openOnlyWhatIsWanted) {
+    write("a.csv", "");
+    write("b.VCF", "");
+    struct Row {
+        std::vector<std::string> names;
+        bool many, folders, taken;
+    };
+    const Row rows[] = {{{"old.vcf"}, false, false, true},          {{"b.VCF"}, false, false, true},
+                        {{"a.csv"}, false, false, false},           {{"old.vcf", "b.VCF"}, false, false, false},
+                        {{"old.vcf", "b.VCF"}, true, false, true},  {{"sub"}, false, false, false},
+                        {{"sub"}, false, true, true},               {{"missing.vcf"}, false, false, false},
+                        {{}, true, true, false}};
+    for (const Row &row : rows) {
+        const auto panel = NSOpenPanel::openPanel();
+        panel->allowedFileTypes = {"vcf"};
+        panel->allowsMultipleSelection = row.many;
+        panel->canChooseDirectories = row.folders;
+        std::vector<NSString> paths;
+        for (const std::string &name : row.names)
+            paths.push_back(path(name));
+        world.presenter->answers.push_back([&] {
+            EXPECT_EQ(panel->choose(paths), row.taken) << "row " << &row - rows;
+            panel->cancel();   // nothing any more where the choice was taken
+        });
+        EXPECT_EQ(panel->runModal(), row.taken ? kPanelOK : kPanelCancel);
+        EXPECT_EQ(panel->URLs().size(), row.taken ? row.names.size() : 0u);
+    }
+}
+
+TEST_F(Panels, aSavePanelCompletesTheNameAndAsksBeforeReplacing) {
+    const auto panel = NSSavePanel::savePanel();
+    panel->allowedFileTypes = {"vcf"};
+    world.presenter->answers.push_back([&] {
+        EXPECT_FALSE(panel->choose({path("old")}));
+        EXPECT_TRUE(panel->refusal().containsString("exists already"));
+        EXPECT_FALSE(panel->choose({path("nowhere/new")}));
+        EXPECT_TRUE(panel->choose({path("new")}));
+    });
+    EXPECT_EQ(panel->runModal(), kPanelOK);
+    EXPECT_EQ(panel->URL(), path("new.vcf"));
+}
+
+TEST_F(Panels, anyOtherWayOutOfAPanelIsCancel) {
+    const std::function<void(NSSavePanel &)> ways[] = {
+        [](NSSavePanel &panel) { panel.performClose(); }, [](NSSavePanel &panel) { panel.perform("cancel:", {Value()}); },
+        [](NSSavePanel &) { NSApp()->stopModal(); }, [](NSSavePanel &) { NSApp()->stopModalWithCode(kPanelOK); },
+        [](NSSavePanel &) {}};
+    for (const auto &way : ways) {
+        const auto panel = NSSavePanel::savePanel();
+        world.presenter->answers.push_back([&] { way(*panel); });
+        EXPECT_EQ(panel->runModal(), kPanelCancel);
+        EXPECT_TRUE(panel->URL().isNil());
+        EXPECT_FALSE(panel->isVisible());
+    }
+}
+
+TEST_F(Panels, aReplacedFileComesBackUnlessAWholeNewOneStands) {
+    struct Row {
+        const char *name;
+        bool writes, failed, whole;
+        const char *left;
+    };
+    for (const Row &row : {Row{"whole", true, false, true, "new"}, Row{"writerFailed", true, true, true, "old"},
+                           Row{"cancelled", true, false, false, "old"}, Row{"nothingWritten", false, false, true, "old"}}) {
+        write("old.vcf", "old");
+        const auto panel = NSSavePanel::savePanel();
+        world.presenter->answers.push_back([&] { EXPECT_TRUE(panel->choose({path("old.vcf")}, true)); });
+        EXPECT_EQ(panel->runModal(), kPanelOK);
+        EXPECT_EQ(read("old.vcf"), "none") << row.name;   // moved aside before the path is given
+        if (row.writes)
+            write("old.vcf", "new");
+        if (row.failed)
+            SetAsideFile::failed(path("old.vcf"));
+        EXPECT_TRUE(SetAsideFile::settle(path("old.vcf"), row.whole));
+        EXPECT_EQ(read("old.vcf"), row.left) << row.name;
+        EXPECT_EQ(files(), 2u) << row.name;   // the file and the folder: nothing is left aside
+    }
+}
+
+}  // namespace
