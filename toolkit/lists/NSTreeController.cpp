@@ -212,7 +212,9 @@ bool NSTreeController::setSelectionIndexPaths(const std::vector<NSIndexPath> &pa
     NSTreeNodes nodes;
     for (const NSIndexPath &path : paths)
         nodes.push_back(root_->descendantNodeAtIndexPath(path));
-    return setSelectedNodes(std::move(nodes));
+    const bool changed = takeSelection(std::move(nodes));
+    tellSelection();   // also of the same one: an outline that hid the row meanwhile selects it again
+    return changed;
 }
 
 bool NSTreeController::setSelectionIndexPath(const NSIndexPath &path) { return setSelectionIndexPaths({path}); }

@@ -68,7 +68,8 @@ public:
     // The empty path without a selection.
     [[nodiscard]] NSIndexPath selectionIndexPath() const;
     [[nodiscard]] std::vector<NSIndexPath> selectionIndexPaths() const;
-    // Paths that lead nowhere are left out; the empty path and an empty list clear. True where the selection changed.
+    // Paths that lead nowhere are left out; the empty path and an empty list clear. True where the selection changed; the
+    // observers are told in any case, so that an outline that hid the row meanwhile selects it again.
     bool setSelectionIndexPath(const NSIndexPath &path);
     bool setSelectionIndexPaths(const std::vector<NSIndexPath> &paths);
     bool setSelectedNodes(NSTreeNodes nodes);

@@ -1,0 +1,3 @@
+#include "HNManagerPlugin/Classes/MainViewController/HNManagerMainViewController.h"
+
+HN_CLASS_TABLE(HNManagerMainViewController, HNMbaseViewController, )
