@@ -1,0 +1,3 @@
+#include "HNManagerPlugin/contracts/RVViewTemplate/LZPageItem.h"
+
+HN_CLASS_TABLE(LZPageItem, NSObjectTable)
