@@ -83,7 +83,8 @@ void NSArrayController::rearrangeObjects() {
     readSource();
     arrange();
     const NSIndexSet kept = preservesSelection_ ? indexesOf(selected_) : NSIndexSet();
-    finishChange({}, neverEmpty(kept, selection_.isEmpty() ? 0 : selection_.firstIndex()));
+    const bool changed = takeSelection(neverEmpty(kept, selection_.isEmpty() ? 0 : selection_.firstIndex()));
+    finishChange({}, changed);
 }
 
 void NSArrayController::setSortDescriptors(NSSortDescriptors descriptors) {
@@ -197,8 +198,12 @@ void NSArrayController::insertObjects_atArrangedObjectIndexes(const NSArray &obj
         return;
     }
     seenVersion_ = content_->version();
-    const NSIndexSet shifted = selection_.afterInserting(inserted);
-    finishChange({ListChange::Kind::inserted, inserted}, selectsInsertedObjects_ ? inserted : neverEmpty(shifted, 0));
+    const NSIndexSet before = selection_;
+    selection_ = selection_.afterInserting(inserted);   // the same objects: not read anew
+    const NSIndexSet wanted = selectsInsertedObjects_ ? inserted : neverEmpty(selection_, 0);
+    if (wanted != selection_)
+        takeSelection(wanted);
+    finishChange({ListChange::Kind::inserted, inserted}, selection_ != before);
 }
 
 void NSArrayController::removeObject(const id &object) {
@@ -240,7 +245,8 @@ void NSArrayController::removeObjectsAtArrangedObjectIndexes(const NSIndexSet &i
     if (behind)
         return rearrangeObjects();
     seenVersion_ = content_->version();
-    finishChange({ListChange::Kind::removed, removed}, neverEmpty(selection_.afterRemoving(removed), removed.firstIndex()));
+    const bool changed = takeSelection(neverEmpty(selection_.afterRemoving(removed), removed.firstIndex()));
+    finishChange({ListChange::Kind::removed, removed}, changed);
 }
 
 void NSArrayController::remove(const id &) { removeObjectsAtArrangedObjectIndexes(selection_); }
@@ -259,8 +265,7 @@ std::vector<std::shared_ptr<NSArrayControllerObserver>> NSArrayController::obser
     return living;
 }
 
-void NSArrayController::finishChange(const ListChange &change, NSIndexSet selection) {
-    const bool selectionChanged = takeSelection(std::move(selection));
+void NSArrayController::finishChange(const ListChange &change, bool selectionChanged) {
     for (const auto &observer : observers())
         observer->arrangedObjectsDidChange(*this, change);
     if (selectionChanged)

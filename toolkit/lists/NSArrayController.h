@@ -107,7 +107,7 @@ private:
     [[nodiscard]] NSIndexSet neverEmpty(NSIndexSet selection, std::size_t near) const;
     // Takes the selection without telling; true where the rows differ.
     bool takeSelection(NSIndexSet selection);
-    void finishChange(const ListChange &change, NSIndexSet selection);
+    void finishChange(const ListChange &change, bool selectionChanged);
     void tellSelection();
     [[nodiscard]] std::vector<std::shared_ptr<NSArrayControllerObserver>> observers();
 

@@ -66,6 +66,8 @@ void NSMutableArray::insertObject_atIndex(id object, std::size_t index) {
 }
 
 void NSMutableArray::insertObjects_atIndexes(const NSArray &objects, const NSIndexSet &indexes) {
+    if (indexes.firstIndex() >= count())   // lists are filled from the end, one by one: no copy
+        return addObjectsFromArray(objects);
     change([&](NSArray::Items &items, NSArray::Items &) {
         NSArray::Items joined;
         joined.reserve(items.size() + objects.count());
