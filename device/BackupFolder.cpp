@@ -17,10 +17,6 @@ namespace {
 
 constexpr std::int64_t kFileFlag = 1, kFolderFlag = 2;
 
-bool isFileID(std::string_view text) {
-    return text.size() == 40 && std::ranges::all_of(text, [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); });
-}
-
 std::optional<PropertyList> readIfThere(const fs::path &file) {
     std::error_code error;
     if (!fs::exists(file, error))

@@ -13,6 +13,13 @@ namespace {
 
 constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
+// Most people have one or two numbers: the first item makes room for the second.
+template <class Record> void append(std::vector<Record> &list, Record &&record) {
+    if (list.empty())
+        list.reserve(2);
+    list.push_back(std::move(record));
+}
+
 NSString decimal(std::int64_t number) {
     char text[24];
     const auto end = std::to_chars(text, text + sizeof text, number).ptr;
@@ -65,12 +72,14 @@ void AddressBookReader::readPersons(const std::string &condition, ContactList &c
         auto contact = make<ZpContactDataInfo>();
         records_.push_back(row.integer(0));
         contact->setPKey(decimal(records_.back()));
-        contact->setBirthday(dateOfStored(row.text(1)));
+        if (NSString birthday = row.text(1))
+            contact->setBirthday(dateOfStored(birthday));
         for (std::size_t i = 0; i < texts.size(); ++i)
             texts[i] = row.text(static_cast<int>(i) + 2);
         contact->setCompleteName(completeNameOf(texts));
         for (std::size_t i = 0; i < texts.size(); ++i)
-            ((*contact).*kPersonFields[i].set)(std::move(texts[i]));
+            if (!texts[i].isNil())
+                ((*contact).*kPersonFields[i].set)(std::move(texts[i]));
         contacts.push_back(std::move(contact));
     }
 }
@@ -103,6 +112,8 @@ void AddressBookReader::readValues(const std::string &condition, ContactList &co
     if (!values.has("record_id") || !values.has("property"))
         return;
     labels_ = labels();
+    lastLabel_ = 0;
+    lastType_ = kNoLabel;
     const std::string key = values.has("UID") ? "UID" : "ROWID";
     sqlite::Statement row = database_.prepare("SELECT record_id, property, " + values.term("label") + ", " + values.term("value") + ", " + key +
                                               " FROM " + values.name + " WHERE property IN (3, 4, 5, 12, 13, 22, 23)" + condition +
@@ -112,15 +123,22 @@ void AddressBookReader::readValues(const std::string &condition, ContactList &co
             addValue(row, at, *contacts[at]);
 }
 
+// Neighbours often have the same label.
+NSString AddressBookReader::typeOf(const sqlite::Statement &row) {
+    const std::int64_t label = row.integer(2);   // 0 for NULL; no row has it
+    if (label == lastLabel_)
+        return lastType_;
+    lastLabel_ = label;
+    const auto known = labels_.find(label);
+    return lastType_ = label == 0 || known == labels_.end() ? NSString(kNoLabel) : known->second;
+}
+
 void AddressBookReader::addValue(sqlite::Statement &row, std::size_t at, ZpContactDataInfo &contact) {
-    NSString type = kNoLabel;
-    if (!row.isNull(2))
-        if (const auto label = labels_.find(row.integer(2)); label != labels_.end())
-            type = label->second;
+    NSString type = typeOf(row);
     const std::int64_t UID = row.integer(4);
     switch (static_cast<Property>(row.integer(1))) {
-    case Property::phone: contact.mutable_phone_numbers().push_back({std::move(type), row.text(3), UID}); break;
-    case Property::email: contact.mutable_emails().push_back({std::move(type), row.text(3), UID}); break;
+    case Property::phone: append(contact.mutable_phone_numbers(), {std::move(type), row.text(3), UID}); break;
+    case Property::email: append(contact.mutable_emails(), {std::move(type), row.text(3), UID}); break;
     case Property::url: contact.mutable_urls().push_back({std::move(type), row.text(3), UID}); break;
     case Property::relatedName: contact.mutable_relatednames().push_back({std::move(type), row.text(3), UID}); break;
     case Property::date: contact.mutable_dates().push_back({std::move(type), dateOfStored(row.text(3)), UID}); break;

@@ -37,6 +37,7 @@ private:
     void readValues(const std::string &condition, ContactList &contacts);
     void readParts(ContactList &contacts);
     void addValue(sqlite::Statement &row, std::size_t at, ZpContactDataInfo &contact);
+    [[nodiscard]] NSString typeOf(const sqlite::Statement &row);
     [[nodiscard]] std::size_t placeOf(std::int64_t record);
     [[nodiscard]] std::unordered_map<std::int64_t, NSString> labels();
     [[nodiscard]] std::unordered_map<std::int64_t, Part> partKeys();
@@ -46,6 +47,8 @@ private:
     std::size_t lastPlace_ = 0;
     std::vector<Parent> parents_;         // ascending by UID
     std::unordered_map<std::int64_t, NSString> labels_;
+    std::int64_t lastLabel_ = 0;
+    NSString lastType_;
 };
 
 }  // namespace device::contacts

@@ -80,15 +80,19 @@ std::vector<std::int64_t> AddressBookWriter::Children::of(sqlite::Database &data
     }
     if (table_.empty())
         return found;
-    sqlite::Statement row = database.prepare("SELECT " + key_ + " FROM " + table_ + " WHERE " + column_ + " = ?" + condition_);
-    row.bind(1, owner);
-    while (row.step())
-        found.push_back(row.integer(0));
+    if (!find_)
+        find_ = database.prepare("SELECT " + key_ + " FROM " + table_ + " WHERE " + column_ + " = ?" + condition_);
+    find_.bind(1, owner);
+    while (find_.step())
+        found.push_back(find_.integer(0));
+    find_.reset();
     return found;
 }
 
 void AddressBookWriter::Children::removeRow(sqlite::Database &database, std::int64_t row) const {
-    database.prepare("DELETE FROM " + table_ + " WHERE " + key_ + " = ?").bind(1, row).run();
+    if (!remove_)
+        remove_ = database.prepare("DELETE FROM " + table_ + " WHERE " + key_ + " = ?");
+    remove_.bind(1, row).run();
 }
 
 void AddressBookWriter::Children::removeAll(sqlite::Database &database, std::int64_t owner) const {
@@ -111,6 +115,8 @@ AddressBookWriter::AddressBookWriter(sqlite::Database &database, bool hasImages,
         insertEntry_ = Insertion(database_, entries_, {"parent_id", "key", "value"});
     if (members_.has("group_id") && members_.has("member_id"))
         insertMember_ = Insertion(database_, members_, {"group_id", "member_id", "member_type"}, "INSERT OR IGNORE INTO ");
+    if (const sqlite::Table lastFours = database_.table("ABPhoneLastFour"); lastFours.has("multivalue_id") && lastFours.has("value"))
+        insertLastFour_ = Insertion(database_, lastFours, {"multivalue_id", "value"}, "INSERT OR REPLACE INTO ");
     valuesOf_ = Children(values_, "record_id", values_.has("UID") ? "UID" : "rowid");
     entriesOf_ = Children(entries_, "parent_id");
     membersOf_ = Children(members_, "member_id", "rowid", members_.has("member_type") ? " AND member_type = 0" : "");
@@ -187,12 +193,11 @@ void AddressBookWriter::insertPart(std::int64_t UID, const ListItem::Part &part)
 }
 
 void AddressBookWriter::noteLastFour(std::int64_t UID, const NSString &number) {
-    lastFoursOf_.removeAll(database_, UID);
-    const sqlite::Table table = database_.table("ABPhoneLastFour");
-    const NSString digits = lastFourOf(number);
-    if (digits.isNil() || !table.has("multivalue_id") || !table.has("value"))
+    if (!insertLastFour_)
         return;
-    Insertion(database_, table, {"multivalue_id", "value"}, "INSERT OR REPLACE INTO ").bind(0, UID).bind(1, digits).run();
+    lastFoursOf_.removeAll(database_, UID);
+    if (const NSString digits = lastFourOf(number))
+        insertLastFour_.bind(0, UID).bind(1, digits).run();
 }
 
 std::optional<std::int64_t> AddressBookWriter::labelRow(const NSString &type) {
@@ -369,7 +374,7 @@ void AddressBookWriter::updatePart(std::int64_t UID, const ListItem::Part &part)
 void AddressBookWriter::removeItem(std::int64_t UID) {
     entriesOf_.removeAll(database_, UID);
     lastFoursOf_.removeAll(database_, UID);
-    database_.prepare("DELETE FROM " + values_.name + (values_.has("UID") ? " WHERE UID = ?" : " WHERE ROWID = ?")).bind(1, UID).run();
+    valuesOf_.removeRow(database_, UID);
 }
 
 bool AddressBookWriter::remove(std::int64_t record) {

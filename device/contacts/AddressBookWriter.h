@@ -53,6 +53,7 @@ private:
 
     private:
         std::string table_, column_, key_, condition_;   // no table: nothing to do
+        mutable sqlite::Statement find_, remove_;        // made on first use
         std::optional<std::unordered_map<std::int64_t, std::vector<std::int64_t>>> rows_;
     };
 
@@ -76,7 +77,7 @@ private:
     bool hasImages_;
     std::int64_t now_;
     sqlite::Table persons_, values_, labels_, entries_, keys_, groups_, members_;
-    Insertion insertPerson_, insertValue_, insertEntry_, insertMember_;
+    Insertion insertPerson_, insertValue_, insertEntry_, insertMember_, insertLastFour_;
     Children valuesOf_, entriesOf_, membersOf_, searchKeysOf_, lastFoursOf_, fullImagesOf_, thumbnailsOf_;
     std::map<NSString, std::int64_t> labelRows_;
     std::map<std::string, std::int64_t> keyRows_;

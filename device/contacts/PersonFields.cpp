@@ -4,7 +4,8 @@ namespace device::contacts {
 
 NSString completeNameOf(const std::array<NSString, kPersonFields.size()> &fields) {
     const NSString *only = nullptr;
-    std::string joined;
+    thread_local std::string joined;   // one block for all the names of a load
+    joined.clear();
     for (std::size_t i = 0; i < kNameParts; ++i) {
         if (fields[i].isEmpty())
             continue;
