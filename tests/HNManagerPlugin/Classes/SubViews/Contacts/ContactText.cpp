@@ -21,12 +21,14 @@ public:
         if (value)
             add(std::string(name) + "=" + escaped(value));
     }
-    void item(const char *name, const NSString &type, const std::string &value) { add(std::string(name) + "(" + escaped(type) + ")=" + value); }
+    void item(const char *name, const NSString &type, const std::string &value) {
+        add(std::string(name) + "(" + escaped(type) + ")=" + value);
+    }
     void add(const std::string &part) { text += (text.empty() ? "" : "; ") + part; }
     std::string text;
 };
 
-}  // namespace
+}   // namespace
 
 std::string described(const ZpContactDataInfo &c) {
     Line line;
@@ -52,8 +54,8 @@ std::string described(const ZpContactDataInfo &c) {
         line.item("email", e.type, escaped(e.email));
     for (const auto &a : c.addresses())
         line.item("adr", a.type,
-                  escaped(a.street) + "," + escaped(a.city) + "," + escaped(a.state) + "," + escaped(a.postal_code) + "," +
-                      escaped(a.country) + (a.country_code ? "," + escaped(a.country_code) : ""));
+                  escaped(a.street) + "," + escaped(a.city) + "," + escaped(a.state) + "," + escaped(a.postal_code) +
+                      "," + escaped(a.country) + (a.country_code ? "," + escaped(a.country_code) : ""));
     for (const auto &u : c.urls())
         line.item("url", u.type, escaped(u.url));
     for (const auto &d : c.dates())

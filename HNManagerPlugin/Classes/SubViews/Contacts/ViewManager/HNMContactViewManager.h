@@ -1,0 +1,73 @@
+// The contact category: table, detail panel, cloud panel, and the buttons' operations.
+//
+// Panel    while contacts are kept in the cloud a panel with three steps stands in the table's place and nothing is read;
+//          its retry button runs initContactManager again.
+// Detail   follows the selected row; after a load, a sort and a search it shows row 0.
+// Threads  main. Device work of an operation runs on the global queue behind a modal progress window.
+#pragma once
+
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/HNMContactViewModel.h"
+#include "HNManagerPlugin/Classes/ViewManager/TableView/HNTableViewManager.h"
+
+class CountedRun;
+
+class HNMContactViewManager : public HNTableViewManager {
+public:
+    HN_DECLARE_CLASS_TABLE
+    static constexpr double kRowHeight = 52.0;
+
+    std::weak_ptr<HNMContactViewModel> contactViewModel;   // nib outlet
+    std::weak_ptr<NSArrayController> selectArrayController;   // nib outlet; drives the detail table
+    std::weak_ptr<NSTableView> detailTableView;   // nib outlet
+    Property<bool> editEnabled;   // of the menu's edit entry: one row is selected
+    Property<NSString> editTitle, toVcardTitle, toCSVTitle;   // of the menu's entries
+    NSArray dupcontactsArray;   // the groups of the last duplicate search
+    bool deviceDisconnected = false;
+
+    void viewDidLoad() override;
+    void initDisableiCloudImage() override;
+    void initTableHeadMultiLanguage() override;
+    void initButtonTitleMultiLanguage() override;
+    void viewManagerLoadData() override { initContactManager(); }
+    void RowSelectedChange() override;
+    void searchField_(const id &sender) override;
+
+    // The start, and the retry button.
+    void initContactManager();
+    // After every change of the device's contacts: reads all anew.
+    void refreshContactFunc();
+    // Ignores rows that do not exist, the largest 64-bit number (no row) included.
+    void showSelectedContactInfoAtRow(std::int64_t row);
+    void deSelectAllContactGroup();
+
+    void onImportButton(const id &sender);
+    void deviceDidDisconnect(const id &notification);
+
+    void tableViewSelectionDidChange(NSTableView &table) override;
+    void tableView_sortDescriptorsDidChange(NSTableView &table, const NSSortDescriptors &old) override;
+    double tableView_heightOfRow(NSTableView &table, std::int64_t row) override;
+
+protected:
+    // The report points of an import.
+    virtual void _GALogContactImport();
+    virtual void _GALogImportCSV();
+    virtual void _GALogImportCard();
+
+private:
+    [[nodiscard]] bool showsCloudPanel();
+    void showTableAgain();
+    void load(void (HNMContactViewManager::*didLoad)());
+    void firstLoadDidEnd();
+    void refreshDidEnd();
+    void setTableHidden(bool hidden);
+    [[nodiscard]] std::int64_t rowCount() const;
+    void showBottomBar(std::size_t selected);
+    void hideTableWithoutRows();
+    [[nodiscard]] double heightOfInfo(const NSString &info) const;
+
+    [[nodiscard]] static NSString importFolder();
+    void reportImportOf(const NSString &path);
+    void importContacts(const ContactList &contacts);
+
+    std::shared_ptr<NSFont> measuringFont_;
+};

@@ -1,0 +1,227 @@
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/HNMContactViewModel.h"
+
+#include <string_view>
+
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRepeatCheck.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/VCardFileReader.h"
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
+#include "HNManagerPlugin/contracts/RVFoundation/RVLoger.h"
+#include "toolkit/services/NSBundle.h"
+#include "toolkit/services/NSNotificationCenter.h"
+
+namespace {
+
+Value::List listOf(const ContactList &contacts) { return Value::List(contacts.begin(), contacts.end()); }
+
+// For hosts that want to say why a file gave nothing: absent, or the line (absent too) and the reason.
+Value unreadableReasonOf(const NSString &path) {
+    const auto why = VCardFileReader::whyNothing(path);
+    return why ? Value(Value::List{why->line ? Value(*why->line) : Value(), Value(why->reason)}) : Value();
+}
+
+NSString firstText(const std::vector<Value> &arguments) { return arguments.empty() ? NSString() : arguments[0].text(); }
+
+}   // namespace
+
+HN_CLASS_TABLE(HNMContactViewModel, HNMbaseViewModel,
+               .key("selectedEntity", &HNMContactViewModel::selectedEntity)
+                   .key("contactGroup", &HNMContactViewModel::contactGroup)
+                   .key("deviceDisconnected", &HNMContactViewModel::deviceDisconnected)
+                   .selector("contactsOfImportFile:",
+                             [](NSObject &o, const std::vector<Value> &arguments) {
+                                 return Value(listOf(
+                                     static_cast<HNMContactViewModel &>(o).contactsOfImportFile(firstText(arguments))));
+                             })
+                   .selector("loadImportContactsVCFDataFromPath:",
+                             [](NSObject &o, const std::vector<Value> &arguments) {
+                                 auto &model = static_cast<HNMContactViewModel &>(o);
+                                 return Value(listOf(model.loadImportContactsVCFDataFromPath(firstText(arguments))));
+                             })
+                   .selector("unreadableReasonOfFile:",
+                             [](NSObject &, const std::vector<Value> &arguments) {
+                                 return unreadableReasonOf(firstText(arguments));
+                             })
+                   .selector("moveSpecialCharactersToBack", &HNMContactViewModel::moveSpecialCharactersToBack)
+                   .selector("showSelectRowContactDetailInfo:", &HNMContactViewModel::showSelectRowContactDetailInfo)
+                   .selector("deviceDidDisconnect:", &HNMContactViewModel::deviceDidDisconnect))
+
+void HNMContactViewModel::init() {
+    HNMbaseViewModel::init();
+    selectedEntity = make<HNContactEntity>();
+    contactGroup = make<NSMutableArray>();
+    NSNotificationCenter::defaultCenter().addObserver_selector_name_object(
+        selfOf(this), "deviceDidDisconnect:", NMobileDeviceDisConnectionDidChangeNotification);
+}
+
+void HNMContactViewModel::deviceDidDisconnect(const id &) { deviceDisconnected = true; }
+
+CContactManagerImpl *HNMContactViewModel::contacts() {
+    if (!contactM)
+        contactM = GContextFactory.defaultManager()->contactInterface();
+    return contactM.get();
+}
+
+ContactList HNMContactViewModel::contactsOf(const NSArray &rows) {
+    ContactList contacts;
+    contacts.reserve(rows.count());
+    for (const id &row : rows)
+        if (auto contact = std::dynamic_pointer_cast<ZpContactDataInfo>(row))
+            contacts.push_back(std::move(contact));
+    return contacts;
+}
+
+// ---------------------------------------------------------------- the list
+
+std::shared_ptr<NSImage> HNMContactViewModel::defaultPicture() {
+    return NSBundle::bundleForClass()->imageForResource_ofType("icon_list_user", "png");
+}
+
+void HNMContactViewModel::reloadData() {
+    CContactManagerImpl *const device = contacts();
+    if (!contactGroup->isEmpty())
+        contactGroup->removeAllObjects();
+    if (!device)
+        return;
+    device->getContactDataFromAddressList();
+    const NSArray read = NSArray::of(device->contactArray());
+    contents->addObjectsFromArray(read);
+    globalArray->addObjectsFromArray(read);
+    contactGroup->addObjectsFromArray(NSArray::of(device->groupArray()));
+    const auto picture = defaultPicture();
+    for (const auto &contact : contactsOf(contents->snapshot()))
+        if (picture && !contact->image_data())
+            contact->setImage_data(picture);
+    sortContentsArrayWithKey_ascending("completeName", true);
+    sortContentsGroupArrayWithKey_ascending("groupName", true);
+    moveSpecialCharactersToBack();
+}
+
+void HNMContactViewModel::sortContentsGroupArrayWithKey_ascending(const NSString &key, bool ascending) {
+    contactGroup->sortUsingDescriptors({NSSortDescriptor(key, ascending)});
+}
+
+namespace {
+
+// Marks with which a name goes to the back.
+constexpr std::u32string_view kMarks = U"`~!@#$^&*()=|{}':;,[].<>/?"
+                                       U"\uFF01\uFFE5\u2026\uFF08\uFF09\u2014\u3010\u3011\u2018\uFF1B\uFF1A\u201D\u201C"
+                                       U"\u3002\uFF0C\u3001\uFF1F";
+
+bool goesToTheBack(const NSString &name) {
+    return name.isEmpty() || kMarks.find(name.characterAtIndex(0)) != std::u32string_view::npos;
+}
+
+void moveToBack(NSMutableArray &list, const NSIndexSet &indexes) {
+    const NSArray movers = list.objectsAtIndexes(indexes);
+    list.removeObjectsAtIndexes(indexes.clippedTo(list.count()));
+    list.addObjectsFromArray(movers);
+}
+
+}   // namespace
+
+void HNMContactViewModel::moveSpecialCharactersToBack() {
+    NSMutableIndexSet movers;
+    std::size_t at = 0;
+    for (const id &row : contents->snapshot()) {
+        const auto contact = std::dynamic_pointer_cast<ZpContactDataInfo>(row);
+        if (contact && goesToTheBack(contact->completeName()))
+            movers.addIndex(at);
+        ++at;
+    }
+    moveToBack(*contents, movers);
+    moveToBack(*globalArray, movers);
+}
+
+void HNMContactViewModel::showSelectRowContactDetailInfo(std::int64_t row) {
+    if (row < 0 || row >= static_cast<std::int64_t>(contents->count()))
+        return;
+    const auto contact = contents->at<ZpContactDataInfo>(static_cast<std::size_t>(row));
+    if (!contact)
+        return;
+    selectedEntity->showDetails(*contact);
+    selectedEntity->image = contact->image_data() ? contact->image_data() : defaultPicture();
+}
+
+// ---------------------------------------------------------------- search
+
+NSString HNMContactViewModel::identifierOfRow(const id &row) const {
+    const auto contact = std::dynamic_pointer_cast<ZpContactDataInfo>(row);
+    return contact ? contact->pKey() : NSString();
+}
+
+bool HNMContactViewModel::searchFileByString(const NSString &text) {
+    search_.setText(text);
+    return searchRows(text, [this](const id &row) {
+        const auto *contact = dynamic_cast<const ZpContactDataInfo *>(row.get());
+        return contact && search_.matches(*contact);
+    });
+}
+
+// ---------------------------------------------------------------- import
+
+NSString HNMContactViewModel::deleteEnterChar(const NSString &text) const {
+    return VCardFileReader::deleteEnterChar(text);
+}
+
+ContactList HNMContactViewModel::loadImportContactsVCFDataFromPath(const NSString &path) {
+    return VCardFileReader::read(path, [](std::string_view text) { RVLog(NSString(text)); });
+}
+
+ContactList HNMContactViewModel::contactsOfImportFile(const NSString &path) {
+    if (path.pathExtension().isEqualIgnoringCase("vcf"))
+        return combineImportRepeatContacts(loadImportContactsVCFDataFromPath(path));
+    return {};
+}
+
+std::shared_ptr<ZpContactDataInfo>
+HNMContactViewModel::isContactRepeat(const std::shared_ptr<ZpContactDataInfo> &record) {
+    return ContactRepeatCheck(contactsOf(contents->snapshot())).isContactRepeat(*record);
+}
+
+ContactList HNMContactViewModel::combineImportRepeatContacts(ContactList records) {
+    if (!records.empty())
+        ContactRepeatCheck(contactsOf(contents->snapshot())).combineImportRepeatContacts(records);
+    return records;
+}
+
+// ---------------------------------------------------------------- the device
+
+// Whoever waits for the last item must not wait for ever where there is no device to ask: every item then fails.
+void HNMContactViewModel::importContactsFromArray_CallBack(const ContactList &list,
+                                                           const CContactManagerImpl::AddProgress &callBack) {
+    CContactManagerImpl *const device = contacts();
+    const auto total = static_cast<std::int64_t>(list.size());
+    if (!device)
+        for (std::int64_t i = 0; i < total && callBack(i, total, -1) == 0; ++i) {
+        }
+    else if (list.empty())
+        device->addNewContacts_toGroups_progress(
+            list, {}, [callBack](std::int64_t, std::int64_t, std::int32_t) { return callBack(0, 0, -1); });
+    else
+        device->addNewContacts_toGroups_progress(list, {}, callBack);
+}
+
+void HNMContactViewModel::delectSelectedContact_callBack(const ContactList &list,
+                                                         const CContactManagerImpl::DeleteProgress &callBack) {
+    if (CContactManagerImpl *const device = contacts())
+        return device->deleteContactsOrGroups_callBack(list, callBack);
+    bool stop = false;
+    for (std::size_t i = 0; i < list.size() && !stop; ++i)
+        callBack(static_cast<std::int64_t>(i), static_cast<std::int64_t>(list.size()), list[i], false, &stop);
+}
+
+bool HNMContactViewModel::addContactToDevice_addToGroup(const std::shared_ptr<ZpContactDataInfo> &contact,
+                                                        const ContactGroupList &groups) {
+    CContactManagerImpl *const device = contacts();
+    return device && device->addNewContact_toGroups(contact, groups);
+}
+
+std::int64_t HNMContactViewModel::editContactsFromArray(const ContactList &list) {
+    CContactManagerImpl *const device = contacts();
+    return device ? device->editContacts_onGroups(list, {}) : 0;
+}
+
+std::int64_t HNMContactViewModel::checkContactiCloudState() {
+    CContactManagerImpl *const device = contacts();
+    return device ? device->isDeviceiCloudOpen(0) : 0;
+}

@@ -1,0 +1,127 @@
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
+
+#include "toolkit/services/NSBundle.h"
+
+namespace {
+
+class OneInterface : public DeviceContext {
+public:
+    std::shared_ptr<CContactManagerImpl> contacts;
+    std::shared_ptr<CContactManagerImpl> contactInterface() override { return contacts; }
+};
+
+class OneInterfaceLayer : public DeviceLayer {
+public:
+    explicit OneInterfaceLayer(std::shared_ptr<CContactManagerImpl> contacts) : context_(make<OneInterface>()) {
+        context_->contacts = std::move(contacts);
+    }
+    bool isDeviceConnected() override { return true; }
+    std::shared_ptr<MobileDevice> currentDevice() override { return nullptr; }
+    NSString deviceName() override { return "Phone"; }
+    std::shared_ptr<DeviceContext> context() override { return context_; }
+
+private:
+    std::shared_ptr<OneInterface> context_;
+};
+
+}   // namespace
+
+void MemoryContacts::getContactDataFromAddressList() {
+    log.add("read");
+    read_ = stored;
+}
+
+std::int64_t MemoryContacts::isDeviceiCloudOpen(std::int64_t kind) { return kind == 0 ? cloud : 0; }
+
+bool MemoryContacts::addNewContact_toGroups(const std::shared_ptr<ZpContactDataInfo> &contact,
+                                            const ContactGroupList &) {
+    stored.push_back(contact);
+    return true;
+}
+
+void MemoryContacts::addNewContacts_toGroups_progress(const ContactList &contacts, const ContactGroupList &groups,
+                                                      const AddProgress &progress) {
+    log.add("add " + std::to_string(contacts.size()));
+    const auto total = static_cast<std::int64_t>(contacts.size());
+    for (std::int64_t i = 0; i < total; ++i) {
+        const auto &contact = contacts[static_cast<std::size_t>(i)];
+        if (beforeItem)
+            beforeItem(i);
+        const bool fails = std::ranges::find(refused, contact->last_name()) != refused.end();
+        if (!fails)
+            (void)addNewContact_toGroups(contact, groups);
+        if (progress(i, total, fails ? 5 : 0) == 1)
+            return;
+    }
+}
+
+ContactCategory::ContactCategory() : device_(make<MemoryContacts>()) {
+    installDeviceLayer(std::make_shared<OneInterfaceLayer>(device_));
+}
+
+ContactCategory::~ContactCategory() {
+    if (window_)
+        window_->close();
+    window_ = nullptr;
+    manager_ = nullptr;
+    model_ = nullptr;
+    table_ = nullptr;
+    controller_ = nullptr;
+    world_.settle();
+}
+
+void ContactCategory::open() {
+    controller_ = alloc<HNMbaseViewController>();
+    controller_->initWithNibName_bundle("HNMContactViewController", NSBundle::bundleForClass());
+    window_ = make<NSWindow>(NSRect(0, 0, 1000, 660));
+    window_->setContentView(controller_->view());
+    manager_ = std::dynamic_pointer_cast<HNMContactViewManager>(controller_->viewManager.lock());
+    model_ = manager_->contactViewModel.lock();
+    table_ = manager_->tableView.lock();
+}
+
+std::shared_ptr<ZpContactDataInfo> ContactCategory::add(const NSString &name) {
+    auto contact = make<ZpContactDataInfo>();
+    contact->setCompleteName(name);
+    contact->setPKey(NSString(std::to_string(device_->stored.size() + 1)));
+    device_->stored.push_back(contact);
+    return contact;
+}
+
+void ContactCategory::openWith(const std::vector<NSString> &names) {
+    for (const NSString &name : names)
+        (void)add(name);
+    open();
+    world_.settle();
+}
+
+std::string ContactCategory::rows(const NSMutableArray &list) const {
+    std::string text;
+    for (const id &row : list.snapshot()) {
+        const NSString name = static_cast<ZpContactDataInfo &>(*row).completeName();
+        text += (text.empty() ? "" : " ") + (name.isEmpty() ? std::string("-") : name.str());
+    }
+    return text;
+}
+
+std::string ContactCategory::details() const {
+    std::string text;
+    for (const id &row : model_->selectedEntity->detailInfoArray->snapshot()) {
+        const auto &info = static_cast<HNContactInfo &>(*row);
+        text += (info.type ? info.type.str() : "~") + ": " + (info.info ? info.info.str() : "~") + "\n";
+    }
+    return text;
+}
+
+bool ContactCategory::search(const NSString &text) {
+    const auto box = manager_->searchField.lock();
+    box->setStringValue(text);
+    box->sendAction();
+    return isTableShown();
+}
+
+void ContactCategory::click(const char *identifier) {
+    const auto button = std::dynamic_pointer_cast<NSButton>(controller_->view()->viewWithIdentifier(identifier));
+    ASSERT_TRUE(button) << identifier;
+    button->performClick();
+}

@@ -1,0 +1,67 @@
+// A contact category on a small device in memory, with its view in a window.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "HNManagerPlugin/Classes/SubItemViewController/HNMbaseViewController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
+#include "tests/support/PluginWorld.h"
+
+// Says in its log what it was asked for. Adding keeps the order; contacts whose last name stands in `refused` fail.
+class MemoryContacts : public CContactManagerImpl {
+public:
+    ContactList stored;
+    ContactGroupList groups;
+    std::int64_t cloud = 0;
+    std::vector<NSString> refused;
+    std::function<void(std::int64_t index)> beforeItem;
+    EventLog log;
+
+    void getContactDataFromAddressList() override;
+    void freeAddressBookInfo() override {}
+    ContactList contactArray() override { return read_; }
+    ContactGroupList groupArray() override { return groups; }
+    std::int64_t isDeviceiCloudOpen(std::int64_t kind) override;
+    bool addNewContact_toGroups(const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override;
+    void addNewContacts_toGroups_progress(const ContactList &contacts, const ContactGroupList &groups,
+                                          const AddProgress &progress) override;
+    std::int64_t editContacts_onGroups(const ContactList &, const ContactGroupList &) override { return 0; }
+    void deleteContactsOrGroups_callBack(const ContactList &, const DeleteProgress &) override {}
+    void exportContactsToVCFFile_toPath(const ContactList &, const NSString &) override {}
+    void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &, const NSString &,
+                                                          const ExportFinish &) override {}
+    bool combineRepeatContacts_newContact_toGroup(const ContactList &, const std::shared_ptr<ZpContactDataInfo> &,
+                                                  const ContactGroupList &) override {
+        return false;
+    }
+
+private:
+    ContactList read_;
+};
+
+class ContactCategory : public testing::Test {
+protected:
+    ContactCategory();
+    ~ContactCategory() override;
+    // Makes the view; the load begins.
+    void open();
+    // open and settle, with contacts of these names.
+    void openWith(const std::vector<NSString> &names);
+    // "Ann Bob"; "-" for an empty name.
+    [[nodiscard]] std::string rows(const NSMutableArray &list) const;
+    [[nodiscard]] std::string rows() const { return rows(*model_->contents); }
+    [[nodiscard]] std::string details() const;   // "type: info" a line
+    bool search(const NSString &text);   // whether the table shows
+    [[nodiscard]] bool isTableShown() const { return !table_->isHidden(); }
+    void click(const char *identifier);
+    [[nodiscard]] std::shared_ptr<ZpContactDataInfo> add(const NSString &name);
+
+    PluginWorld world_;
+    std::shared_ptr<MemoryContacts> device_;
+    std::shared_ptr<HNMbaseViewController> controller_;
+    std::shared_ptr<NSWindow> window_;
+    std::shared_ptr<HNMContactViewManager> manager_;
+    std::shared_ptr<HNMContactViewModel> model_;
+    std::shared_ptr<RUIMenuTableView> table_;
+};
