@@ -1,6 +1,7 @@
 // A set of row numbers, kept as ranges: 100,000 rows in one piece cost one range.
 //
 // Values   NSIndexSet answers, NSMutableIndexSet also changes; either may be copied into the other.
+// Cost     adding in ascending order is constant; elsewhere an operation moves the ranges behind it.
 // Absent   functions that give one index give NSNotFound for none. An operation for which "no set" differs from "an
 //          empty set" takes std::optional<NSIndexSet>.
 #pragma once

@@ -11,12 +11,20 @@ namespace {
 
 TEST(IndexSet, keepsAHundredThousandRowsInOneRange) {
     NSMutableIndexSet set;
-    for (std::size_t row = 0; row < 100000; row += 2)
-        set.addIndex(row);
-    for (std::size_t row = 1; row < 100000; row += 2)
+    for (std::size_t row = 0; row < 100000; ++row)
         set.addIndex(row);
     EXPECT_EQ(set.ranges().size(), 1u);
     EXPECT_EQ(set.count(), 100000u);
+}
+
+TEST(IndexSet, joinsRangesWhenTheGapsFill) {
+    NSMutableIndexSet set;
+    for (std::size_t row = 0; row < 1000; row += 2)
+        set.addIndex(row);
+    EXPECT_EQ(set.ranges().size(), 500u);
+    for (std::size_t row = 1; row < 1000; row += 2)
+        set.addIndex(row);
+    EXPECT_EQ(set.toString(), "{0-999}");
 }
 
 TEST(IndexSet, answersNotFoundWhereThereIsNone) {
