@@ -53,11 +53,11 @@ void NSButton::setAllowsMixedState(bool allows) {
 void NSButton::setNextState() {
     switch (state_) {
     case NSOffState:
-        return setState(NSOnState);
+        return setState(allowsMixed_ ? NSMixedState : NSOnState);
     case NSOnState:
-        return setState(allowsMixed_ ? NSMixedState : NSOffState);
-    default:
         return setState(NSOffState);
+    default:
+        return setState(NSOnState);
     }
 }
 

@@ -1,7 +1,7 @@
 // Push buttons, check boxes, radio buttons, disclosure marks.
 //
 // State     1 on, 0 off, -1 mixed. A click on a check box goes off -> on -> off; where mixed is allowed
-//           off -> on -> mixed -> off. Push buttons keep 0. setState of -1 without allowsMixedState gives 1.
+//           off -> mixed -> on -> off. Push buttons keep 0. setState of -1 without allowsMixedState gives 1.
 // Click     a person's press and release inside, space or return with the focus, or performClick: the state goes on, then
 //           the action is sent. A disabled or hidden button does nothing.
 // Threads   main.

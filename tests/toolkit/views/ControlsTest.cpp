@@ -32,7 +32,7 @@ TEST(Button, stepsThroughItsStates) {
         std::vector<int> states;
     };
     const Row rows[] = {{NSButtonType::momentaryPushIn, false, {0, 0, 0}}, {NSButtonType::switchButton, false, {1, 0, 1}},
-                        {NSButtonType::switchButton, true, {1, -1, 0}}, {NSButtonType::radio, false, {1, 1, 1}}};
+                        {NSButtonType::switchButton, true, {-1, 1, 0}}, {NSButtonType::radio, false, {1, 1, 1}}};
     const ViewsWorld world;
     for (const Row &row : rows) {
         const auto button = make<NSButton>();
