@@ -1,0 +1,213 @@
+#include "host/cli/CliPresenter.h"
+
+#include <algorithm>
+#include <array>
+
+#include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
+#include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
+#include "toolkit/dispatch/Queue.h"
+#include "toolkit/views/NSApplication.h"
+
+namespace host::cli {
+
+namespace {
+
+constexpr std::int64_t kDoneTag = 15;
+constexpr int kMostTimes = 4;   // one window is answered; a choice that was refused counts too
+
+// What a button stands for is told by the key of its title: places and numbers differ from dialog to dialog.
+constexpr std::array kTellingKeys = {"MessageDialog_Ok", "FileManager_OK", "OK"};
+constexpr std::array kOpeningKeys = {"BackupRestore_ExportOpenFolder"};
+constexpr std::array kGoingOnKeys = {"ContactView_button_Delete", "FileManager_Delete"};
+constexpr std::array kCancelKeys = {"ContactView_button_Cancel", "FileManager_Cancel"};
+constexpr const char *kCancelPrompt = "ExportPhotoToPC_Want_To_Cancel";
+
+template <class Keys> bool hasTitle(const NSButton &button, const Keys &keys) {
+    return std::ranges::any_of(keys, [&](const char *key) { return button.title() == localized(NSString(key)); });
+}
+
+std::vector<std::shared_ptr<NSButton>> pushButtons(NSWindow &window) {
+    std::vector<std::shared_ptr<NSButton>> buttons;
+    if (!window.contentView())
+        return buttons;
+    window.contentView()->walk([&](NSView &view) {
+        const auto button = std::dynamic_pointer_cast<NSButton>(view.shared_from_this());
+        const bool isPushed = button && button->buttonType() == NSButtonType::momentaryPushIn && !button->title().isEmpty();
+        if (isPushed && button->isEnabled() && !button->isHiddenOrHasHiddenAncestor())
+            buttons.push_back(button);
+        return true;
+    });
+    return buttons;
+}
+
+template <class Keys> std::shared_ptr<NSButton> find(const std::vector<std::shared_ptr<NSButton>> &buttons, const Keys &keys) {
+    const auto found = std::ranges::find_if(buttons, [&](const auto &button) { return hasTitle(*button, keys); });
+    return found == buttons.end() ? nullptr : *found;
+}
+
+// The texts on show, in the order of the views.
+NSString messageOf(NSWindow &window) {
+    std::string message;
+    if (!window.contentView())
+        return {};
+    window.contentView()->walk([&](NSView &view) {
+        const auto *field = dynamic_cast<NSTextField *>(&view);
+        if (!field || field->isEditable() || field->isHiddenOrHasHiddenAncestor() || field->stringValue().isEmpty())
+            return true;
+        message += (message.empty() ? "" : "\n") + field->stringValue().str();
+        return true;
+    });
+    return NSString(message);
+}
+
+std::shared_ptr<RUIProgressWindowController> progressOf(const NSWindow &window) {
+    return std::dynamic_pointer_cast<RUIProgressWindowController>(window.windowController());
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------- the loop's side
+
+bool CliPresenter::act() {
+    const auto window = NSApp()->modalWindow();
+    if (!window || isStuckOn(window))
+        return false;
+    if (auto *panel = dynamic_cast<NSSavePanel *>(window.get()))
+        return answerPanel(*panel);
+    if (const auto progress = progressOf(*window))
+        return answerProgress(*progress);
+    return answerDialog(*window);
+}
+
+bool CliPresenter::over() {
+    const auto window = NSApp()->modalWindow();
+    if (!window)
+        return false;
+    refused_ = true;
+    console_.message("a window that cannot be answered here was closed: " + window->title().str());
+    window->performClose();
+    if (NSApp()->isModal(*window))
+        NSApp()->abortModal();
+    return true;
+}
+
+bool CliPresenter::interrupt() {
+    isInterrupted_ = true;
+    const auto window = NSApp()->modalWindow();
+    if (!window)
+        return false;
+    const auto progress = progressOf(*window);
+    if (!progress) {
+        if (auto *panel = dynamic_cast<NSSavePanel *>(window.get()))
+            panel->cancel();
+        else
+            window->performClose();
+        return true;
+    }
+    const auto button = progress->borderButton();
+    if (!button || button->isHidden())
+        window->performClose();
+    else if (button->isEnabled() && button->tag() != kDoneTag)
+        button->performClick();
+    return true;   // a disabled button: kept until the batch ends
+}
+
+void CliPresenter::windowDidOpen(NSWindow &window, bool modal) {
+    // The question that the cancel button opens is answered while the work goes on; all else waits for its pause.
+    if (!modal || !isInterrupted_ || progressOf(window))
+        return;
+    dispatch::async(dispatch::main(), [this, weak = std::weak_ptr<NSWindow>(std::static_pointer_cast<NSWindow>(window.shared_from_this()))] {
+        if (const auto open = weak.lock(); open && NSApp()->modalWindow() == open)
+            act();
+    });
+}
+
+// A window on which answers have no effect must not keep the loop busy for ever.
+bool CliPresenter::isStuckOn(const std::shared_ptr<NSWindow> &window) {
+    if (lastActedOn_.lock() != window) {
+        lastActedOn_ = window;
+        timesActed_ = 0;
+    }
+    return timesActed_ >= kMostTimes;
+}
+
+// ---------------------------------------------------------------- answers
+
+bool CliPresenter::answerPanel(NSSavePanel &panel) {
+    ++timesActed_;
+    if (openPaths_.empty() || !dynamic_cast<NSOpenPanel *>(&panel)) {
+        panel.cancel();
+        return true;
+    }
+    const std::vector<NSString> paths = std::move(openPaths_.front());
+    openPaths_.pop_front();
+    if (!panel.choose(paths)) {
+        refused_ = true;
+        console_.message(paths.front().str() + ": " + panel.refusal().str());
+        panel.cancel();
+    }
+    return true;
+}
+
+bool CliPresenter::answerProgress(RUIProgressWindowController &progress) {
+    const auto button = progress.borderButton();
+    if (!button || !button->isEnabled() || button->isHidden() || button->tag() != kDoneTag)
+        return false;
+    ++timesActed_;
+    endText_ = progress.mainText();
+    if (endText_.isNil())
+        endText_ = NSString("");
+    console_.clearProgress();
+    button->performClick();
+    return true;
+}
+
+bool CliPresenter::answerDialog(NSWindow &window) {
+    const Buttons buttons = pushButtons(window);
+    if (buttons.empty())
+        return false;   // it waits for no person
+    ++timesActed_;
+    const NSString message = messageOf(window);
+    if (message.containsString(localized(NSString(kCancelPrompt)).view())) {
+        const char *key = isInterrupted_ ? "FileManager_OK" : "FileManager_Cancel";
+        const auto answer = find(buttons, std::array{key});
+        answer ? answer->performClick() : window.performClose();
+        return true;
+    }
+    const auto told = find(buttons, kTellingKeys);
+    const bool onlyTells = std::ranges::all_of(
+        buttons, [&](const auto &button) { return button == told || hasTitle(*button, kOpeningKeys); });
+    if (onlyTells || buttons.size() == 1) {
+        lastDialogText_ = message;
+        console_.message(message.str());
+        (told ? told : buttons.front())->performClick();
+        return true;
+    }
+    return answerQuestion(window, buttons, message);
+}
+
+bool CliPresenter::answerQuestion(NSWindow &window, const Buttons &buttons, const NSString &message) {
+    const auto goOn = find(buttons, kGoingOnKeys), cancel = find(buttons, kCancelKeys);
+    if (!goOn)
+        return false;
+    if (!isInterrupted_ && goesOn(message)) {
+        goOn->performClick();
+        return true;
+    }
+    refused_ = true;
+    cancel ? cancel->performClick() : window.performClose();
+    return true;
+}
+
+bool CliPresenter::goesOn(const NSString &message) {
+    if (yes_)
+        return true;
+    if (!console_.canAsk()) {
+        console_.message(message.str() + " (refused: without a terminal this needs --yes)");
+        return false;
+    }
+    const auto answer = console_.ask(message.str() + " [y/N] ");
+    return answer && (*answer == "y" || *answer == "Y" || *answer == "yes");
+}
+
+}  // namespace host::cli

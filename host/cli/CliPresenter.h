@@ -1,0 +1,69 @@
+// Answers the windows of the flows from the arguments of the command, or asks the person at the terminal.
+//
+// Panels         an open panel takes the next of `openPaths`, a save panel none yet; without one they are cancelled.
+// Progress       the window's button is pressed once it stands in its end state; the main label is the text of the result.
+// Information    told on standard error and answered with its OK button, never with the one that opens a folder.
+// Confirmations  answered by the text key of the going-on button: with --yes, or where the person says yes; else refused.
+// Cancel prompt  answered with "go on", unless Ctrl-C asked for the cancel; never by --yes.
+// Unanswerable   a window that nobody can answer is closed as by its title bar, and told.
+// Threads        main.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+#include "host/cli/Console.h"
+#include "host/cli/Options.h"
+#include "toolkit/views/NSSavePanel.h"
+#include "toolkit/views/Presenter.h"
+
+class NSButton;
+class RUIProgressWindowController;
+
+namespace host::cli {
+
+class CliPresenter : public Presenter {
+public:
+    CliPresenter(Console &console, bool yes) : console_(console), yes_(yes) {}
+
+    // ------------------------------------------------------------ the script
+    void openWith(std::vector<NSString> paths) { openPaths_.push_back(std::move(paths)); }
+
+    // ------------------------------------------------------------ what came of it
+    // The main label of the progress window in its end state, else the text of the last dialog; absent without either.
+    [[nodiscard]] NSString text() const { return endText_.isNil() ? lastDialogText_ : endText_; }
+    // A progress window reached its end state.
+    [[nodiscard]] bool sawTheEnd() const { return !endText_.isNil(); }
+    // A question was answered with no, or a choice was not allowed.
+    [[nodiscard]] bool refused() const { return refused_; }
+
+    // ------------------------------------------------------------ for the loop
+    // Answers the front window where it can; true when it did something. Called when the world is settled.
+    bool act();
+    // Ends the front window; true where there was one.
+    bool over();
+    // Ctrl-C. False where no window is open that could be cancelled.
+    bool interrupt();
+
+    void windowDidOpen(NSWindow &window, bool modal) override;
+
+private:
+    using Buttons = std::vector<std::shared_ptr<NSButton>>;
+    bool answerPanel(NSSavePanel &panel);
+    bool answerProgress(RUIProgressWindowController &progress);
+    bool answerDialog(NSWindow &window);
+    bool answerQuestion(NSWindow &window, const Buttons &buttons, const NSString &message);
+    bool goesOn(const NSString &message);
+    bool isStuckOn(const std::shared_ptr<NSWindow> &window);
+
+    Console &console_;
+    bool yes_;
+    std::deque<std::vector<NSString>> openPaths_;
+    NSString endText_, lastDialogText_;
+    bool refused_ = false, isInterrupted_ = false;
+    std::weak_ptr<NSWindow> lastActedOn_;
+    int timesActed_ = 0;
+};
+
+}  // namespace host::cli
