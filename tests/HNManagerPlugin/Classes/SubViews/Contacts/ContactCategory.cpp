@@ -10,19 +10,11 @@ public:
     std::shared_ptr<CContactManagerImpl> contactInterface() override { return contacts; }
 };
 
-class OneInterfaceLayer : public DeviceLayer {
-public:
-    explicit OneInterfaceLayer(std::shared_ptr<CContactManagerImpl> contacts) : context_(make<OneInterface>()) {
-        context_->contacts = std::move(contacts);
-    }
-    bool isDeviceConnected() override { return true; }
-    std::shared_ptr<MobileDevice> currentDevice() override { return nullptr; }
-    NSString deviceName() override { return "Phone"; }
-    std::shared_ptr<DeviceContext> context() override { return context_; }
-
-private:
-    std::shared_ptr<OneInterface> context_;
-};
+std::shared_ptr<DeviceContext> contextOf(std::shared_ptr<CContactManagerImpl> contacts) {
+    auto context = make<OneInterface>();
+    context->contacts = std::move(contacts);
+    return context;
+}
 
 }   // namespace
 
@@ -45,8 +37,8 @@ void MemoryContacts::addNewContacts_toGroups_progress(const ContactList &contact
     const auto total = static_cast<std::int64_t>(contacts.size());
     for (std::int64_t i = 0; i < total; ++i) {
         const auto &contact = contacts[static_cast<std::size_t>(i)];
-        if (beforeItem)
-            beforeItem(i);
+        if (secondsPerContact > 0)
+            dispatch::sleepFor(std::chrono::seconds(secondsPerContact));
         const bool fails = std::ranges::find(refused, contact->last_name()) != refused.end();
         if (!fails)
             (void)addNewContact_toGroups(contact, groups);
@@ -55,9 +47,7 @@ void MemoryContacts::addNewContacts_toGroups_progress(const ContactList &contact
     }
 }
 
-ContactCategory::ContactCategory() : device_(make<MemoryContacts>()) {
-    installDeviceLayer(std::make_shared<OneInterfaceLayer>(device_));
-}
+ContactCategory::ContactCategory() : device_(make<MemoryContacts>()), fake_(contextOf(device_)) {}
 
 ContactCategory::~ContactCategory() {
     if (window_)

@@ -5,7 +5,7 @@
 
 #include "HNManagerPlugin/Classes/SubItemViewController/HNMbaseViewController.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
-#include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
+#include "tests/support/FakeDevice.h"
 #include "tests/support/PluginWorld.h"
 
 // Says in its log what it was asked for. Adding keeps the order; contacts whose last name stands in `refused` fail.
@@ -15,7 +15,7 @@ public:
     ContactGroupList groups;
     std::int64_t cloud = 0;
     std::vector<NSString> refused;
-    std::function<void(std::int64_t index)> beforeItem;
+    int secondsPerContact = 0;   // of the test's clock, before each
     EventLog log;
 
     void getContactDataFromAddressList() override;
@@ -59,6 +59,7 @@ protected:
 
     PluginWorld world_;
     std::shared_ptr<MemoryContacts> device_;
+    FakeDevice fake_;
     std::shared_ptr<HNMbaseViewController> controller_;
     std::shared_ptr<NSWindow> window_;
     std::shared_ptr<HNMContactViewManager> manager_;
