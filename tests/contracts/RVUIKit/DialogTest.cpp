@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include "HNManagerPlugin/contracts/RVUIKit/MessageDialog.h"
+#include "HNManagerPlugin/contracts/RVUIKit/RUIBreadcrumbWindowController.h"
+#include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindowController.h"
+#include "tests/support/AnswerScript.h"
+#include "tests/support/FakeDevice.h"
+#include "tests/support/TestWorld.h"
+#include "toolkit/views/NSApplication.h"
+
+namespace {
+
+struct DialogWorld {
+    TestWorld world;
+    EventLog log;
+    DialogWorld() { NSApplication::resetShared(); }
+    ~DialogWorld() { NSApplication::resetShared(); }
+};
+
+std::shared_ptr<RUIDialogWindowController> question(std::int64_t type, const char *left = "Yes", const char *right = "No") {
+    return RUIDialogWindowController::dialog("Title", "Really?", nullptr, left, right, type);
+}
+
+struct Row {
+    const char *name;
+    std::int64_t type;
+    std::function<void(AnswerScript::Answer &)> answer;
+    std::int64_t code;
+};
+class DialogCode : public testing::TestWithParam<Row> {};
+
+TEST_P(DialogCode, belongsToTheButtonAndTheType) {
+    DialogWorld world;
+    AnswerScript answers;
+    GetParam().answer(answers.at("Really?"));
+    const auto dialog = question(GetParam().type);
+    EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), GetParam().code);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Dialog, DialogCode,
+    testing::Values(Row{"type0Left", 0, [](auto &a) { a.press("Yes"); }, 1}, Row{"type0Right", 0, [](auto &a) { a.press("No"); }, 0},
+                    Row{"type1Left", 1, [](auto &a) { a.press("Yes"); }, 0}, Row{"type1Right", 1, [](auto &a) { a.press("No"); }, 1},
+                    Row{"type2", 2, [](auto &a) { a.press("Yes"); }, 1},
+                    Row{"titleBar", 0, [](auto &a) { a.closeByTitleBar(); }, -1000},
+                    Row{"titleBarOfType2", 2, [](auto &a) { a.closeByTitleBar(); }, -1000},
+                    Row{"escape", 1, [](auto &a) { a.escape(); }, -1000},
+                    Row{"stopModal", 1, [](auto &a) { a.run([] { NSApp()->stopModal(); }); }, -1000}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(Dialog, ofOneButtonShowsTheLeftTitleOrElseTheRightOne) {
+    DialogWorld world;
+    AnswerScript answers(&world.log);
+    answers.at("Really?").press("Yes");
+    NSApp()->runModalForWindow(question(2)->window());
+    answers.at("Really?").press("No");
+    NSApp()->runModalForWindow(question(2, "", "No")->window());
+    EXPECT_EQ(world.log.take(), "asks Title|Really? [Yes]\npresses Yes\nasks Title|Really? [No]\npresses No");
+}
+
+TEST(Dialog, windowIsOfTheVeryClassThatIsLookedFor) {
+    DialogWorld world;
+    EXPECT_TRUE(question(0)->window()->isMemberOf<RUIDialogWindow>());
+}
+
+TEST(Dialog, withoutCloseButtonCannotBeClosedByAPerson) {
+    DialogWorld world;
+    AnswerScript answers;
+    const auto dialog = question(0);
+    std::dynamic_pointer_cast<RUIDialogWindow>(dialog->window())->setEnableCloseButton(false);
+    answers.at("Really?").closeByTitleBar().run([&] { EXPECT_TRUE(dialog->window()->isVisible()); }).press("No");
+    EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), 0);
+}
+
+TEST(Dialog, isClosedFromAnotherThreadAsANo) {
+    DialogWorld world;
+    AnswerScript answers;
+    const auto dialog = question(0);
+    dispatch::async(dispatch::global(), [&] { dialog->close(); });
+    EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), -1000);
+    EXPECT_FALSE(dialog->window()->isVisible());
+}
+
+TEST(Dialog, linkOpensItsAddress) {
+    DialogWorld world;
+    FakeDevice device;
+    logWorkspaceTo(world.log);
+    const auto dialog = question(0);
+    EXPECT_TRUE(dialog->linkLabel()->isHidden());
+    dialog->linkLabel()->setLinkText_withURL("Why?", "https://why.example");
+    EXPECT_FALSE(dialog->linkLabel()->isHidden());
+    EXPECT_TRUE(dialog->linkLabel()->clickLink(0));
+    EXPECT_EQ(world.log.take(), "browses https://why.example");
+}
+
+struct LinkRow {
+    const char *name, *text, *link;
+    std::vector<NSRange> ranges;
+};
+class LinkText : public testing::TestWithParam<LinkRow> {};
+
+TEST_P(LinkText, isFoundIgnoringCaseByCharacters) {
+    DialogWorld world;
+    const auto field = NSTextField::labelWithString("");
+    drawLinkTextFiledAttributed_LinkString_textColor_underlineColor_font_withURL(*field, GetParam().text, GetParam().link, nullptr, nullptr,
+                                                                                 nullptr, "https://a.example");
+    std::vector<NSRange> ranges;
+    for (const TextRun &run : field->attributedStringValue()->linkRuns())
+        ranges.push_back(run.range);
+    EXPECT_EQ(ranges, GetParam().ranges);
+    EXPECT_EQ(field->attributedStringValue()->string(), NSString(GetParam().text));
+}
+
+INSTANTIATE_TEST_SUITE_P(Link, LinkText,
+    testing::Values(LinkRow{"behindWideCharacters", "Für mehr: HIER", "hier", {{10, 4}}}, LinkRow{"theFirstOne", "a b a", "a", {{0, 1}}},
+                    LinkRow{"missing", "nothing here", "link", {}}, LinkRow{"empty", "text", "", {}}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(MessageDialog, returnsByWhateverWay) {
+    DialogWorld world;
+    AnswerScript answers(&world.log);
+    answers.at("Cannot write").press("OK");
+    MessageDialog::runWithString_defaultButton_icon("Cannot write", "OK", 3);
+    answers.at("Cannot write").closeByTitleBar();
+    MessageDialog::runWithString_defaultButton_icon("Cannot write", "OK", 3);
+    EXPECT_EQ(world.log.take(), "asks |Cannot write [OK]\npresses OK\nasks |Cannot write [OK]\ncloses the window");
+}
+
+TEST(Breadcrumb, holdsTheInterfaceUntilItIsClosed) {
+    DialogWorld world;
+    AnswerScript answers(&world.log);
+    std::shared_ptr<RUIBreadcrumbWindowController> message;
+    dispatch::async(dispatch::global(), [&] { message = RUIBreadcrumbWindowController::showWindowWithMessage_onMainQueue("Searching", true); });
+    world.world.settle();
+    ASSERT_TRUE(message);
+    EXPECT_EQ(NSApp()->modalWindow(), message->window());
+    dispatch::async(dispatch::global(), [&] { message->close(); });
+    world.world.settle();
+    EXPECT_EQ(NSApp()->modalDepth(), 0u);
+    EXPECT_FALSE(message->window()->isVisible());
+    EXPECT_EQ(world.log.take(), "says |Searching []");
+}
+
+TEST(AnswerScript, failsForAQuestionThatNobodyAnswersAndForAnAnswerThatNobodyAsksFor) {
+    DialogWorld world;
+    AnswerScript answers;
+    answers.at("Something else?").press("Yes");
+    EXPECT_EQ(NSApp()->runModalForWindow(question(0)->window()), -1000);
+    EXPECT_EQ(answers.takeFailures(), (std::vector<std::string>{"nobody answered Title|Really? [Yes No]", "nobody asked: Something else?"}));
+}
+
+TEST(AnswerScript, losesPatienceAfterTenMinutesOfEndlessWork) {
+    DialogWorld world;
+    AnswerScript answers;
+    const auto goesOn = std::make_shared<Shared<bool>>(true);
+    dispatch::async(dispatch::global(), [goesOn] {
+        while (*goesOn)
+            dispatch::sleepFor(std::chrono::seconds(1));
+    });
+    EXPECT_EQ(NSApp()->runModalForWindow(question(0)->window()), -1000);
+    *goesOn = false;
+    EXPECT_EQ(answers.takeFailures().size(), 1u);
+    EXPECT_EQ(world.world.elapsed(), std::chrono::minutes(10));
+    world.world.settle();
+}
+
+}  // namespace
