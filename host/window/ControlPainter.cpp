@@ -9,6 +9,7 @@
 
 #include "host/window/PictureCache.h"
 #include "host/window/QtText.h"
+#include "toolkit/tables/NSTableView.h"
 #include "toolkit/views/NSButton.h"
 #include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSPopUpButton.h"
@@ -240,7 +241,22 @@ void paintProgress(NSView &view, QtCanvas &canvas, const ControlState &state) {
     painter.drawRoundedRect(bar, height / 2, height / 2);
 }
 
-// ---------------------------------------------------------------- the table
+// ---------------------------------------------------------------- table headers
+
+void paintHeader(NSView &view, QtCanvas &canvas, const ControlState &) {
+    QPainter &painter = canvas.painter();
+    const QRectF area = areaOf(view);
+    const Theme &theme = Theme::current();
+    painter.fillRect(area, theme.window());
+    view.displaySelf(canvas);
+    painter.fillRect(QRectF(area.left(), area.bottom() - 1, area.width(), 1), theme.line());
+    const auto &header = static_cast<const NSTableHeaderView &>(view);
+    const auto table = header.tableView();
+    for (std::int64_t column = 0; table && column + 1 < table->numberOfColumns(); ++column)
+        painter.fillRect(QRectF(header.headerRectOfColumn(column).maxX() - 1, area.top() + 5, 1, area.height() - 10), theme.line());
+}
+
+// ---------------------------------------------------------------- by class
 
 using Painter = void (*)(NSView &, QtCanvas &, const ControlState &);
 
@@ -248,6 +264,7 @@ using Painter = void (*)(NSView &, QtCanvas &, const ControlState &);
 const std::unordered_map<std::type_index, Painter> kPainters = {
     {typeid(NSButton), paintButton},       {typeid(NSPopUpButton), paintPopUp},         {typeid(NSTextField), paintTextField},
     {typeid(NSSecureTextField), paintTextField}, {typeid(NSComboBox), paintTextField},  {typeid(NSProgressIndicator), paintProgress},
+    {typeid(NSTableHeaderView), paintHeader},
 };
 
 bool layerTurns(const NSView &view) {

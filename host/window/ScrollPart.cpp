@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "host/window/Theme.h"
 #include "host/window/ViewSurface.h"
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/views/NSScrollView.h"
@@ -38,6 +39,15 @@ void follow(QScrollBar &bar, const Travel &travel) {
     bar.setValue(static_cast<int>(std::lround(travel.value)));
 }
 
+// Slim and without arrows, told apart from its ground in both themes.
+QString styleSheet() {
+    const QString handle = Theme::current().palette().color(QPalette::PlaceholderText).name();
+    return QStringLiteral("QScrollBar { background: transparent; border: none; margin: 0; }"
+                          "QScrollBar::handle { background: %1; border-radius: 3px; margin: 4px; min-height: 28px; min-width: 28px; }"
+                          "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
+                          "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }").arg(handle);
+}
+
 }  // namespace
 
 std::unique_ptr<NativePart> ScrollPart::make(ViewSurface &surface, const std::shared_ptr<NSView> &view) {
@@ -49,6 +59,7 @@ ScrollPart::ScrollPart(ViewSurface &surface, const std::shared_ptr<NSScrollView>
     for (QScrollBar *bar : {vertical_, horizontal_}) {
         bar->setFocusPolicy(Qt::NoFocus);
         bar->setCursor(Qt::ArrowCursor);
+        bar->setStyleSheet(styleSheet());
         bar->hide();
     }
     vertical_->setAccessibleName(QObject::tr("Vertical scroll bar"));
