@@ -53,6 +53,9 @@ foreach(folder IN LISTS folders)
     if(folder MATCHES "^(host|window)$" AND TARGET HNManagerPlugin)
         add_dependencies(${target} HNManagerPlugin)
     endif()
+    if(folder STREQUAL HNManagerPlugin AND TARGET resources)
+        add_dependencies(${target} resources)   # pictures and lists are read from the build folder
+    endif()
     # A folder with its own main() keeps it: the archive's is then never asked for.
     target_link_libraries(${target} PRIVATE GTest::gmock GTest::gtest GTest::gtest_main)
 
