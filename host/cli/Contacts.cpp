@@ -35,7 +35,7 @@ Status list(Context &context, const std::optional<std::string> &text) {
     }
     printContacts(rows, console);
     if (!found)
-        console.message("nothing matches " + *text + "; all contacts stay on show");
+        console.message("nothing matches " + *text + "; what stood on show stays there");
     else if (!category.status().isEmpty())
         console.message(category.status().str());
     return isInCloud ? kFailed : kDone;
@@ -110,12 +110,14 @@ Status tellFatal(Context &context, const ImportFile &file) {
     return kFailed;
 }
 
-// True where the file is no UTF-8, which the reader takes for a file without cards.
-bool tellBadByte(Context &context, const ImportFile &file) {
-    const auto line = file.lineOfBadByte();
-    if (line)
-        context.console().message(file.path().string() + ":" + std::to_string(*line) + ": is not UTF-8");
-    return line.has_value();
+// The plug-in may know why a file gave nothing: true then, and told with the line where there is one.
+bool tellsWhyNothing(Context &context, const ImportFile &file, const id &model, const NSString &handed) {
+    const Value::List why = model->perform("unreadableReasonOfFile:", {handed}).list();
+    if (why.size() != 2)
+        return false;
+    const std::string place = why[0].isAbsent() ? "" : ":" + std::to_string(why[0].integerValue());
+    context.console().message(file.path().string() + place + ": " + why[1].text().str());
+    return true;
 }
 
 Status read(Context &context, const std::string &path) {
@@ -128,7 +130,7 @@ Status read(Context &context, const std::string &path) {
     context.run([&] { contacts = contactsOf(triple.viewModel->perform("loadImportContactsVCFDataFromPath:", {handed})); });
     if (context.fatal())
         return tellFatal(context, file);
-    if (contacts.empty() && !tellBadByte(context, file) && !context.options().json)
+    if (contacts.empty() && !tellsWhyNothing(context, file, triple.viewModel, handed))
         context.console().message(file.path().string() + ": holds no contacts");
     if (context.options().json) {
         context.console().document({{"contacts", recordsOf(contacts)}});
@@ -167,7 +169,8 @@ Status importFile(Context &context, const std::string &path) {
     ContactCategory category(context);
     if (category.tellsOfCloud(context.console()))
         return kFailed;
-    context.presenter().openWith({NSString(file.handedOver(context.services().scratch()).string())});
+    const NSString handed(file.handedOver(context.services().scratch()).string());
+    context.presenter().openWith({handed});
     context.run([&] { category.triple().viewManager->perform("onImportButton:", {Value()}); });
     if (context.fatal())
         return tellFatal(context, file);
@@ -175,7 +178,8 @@ Status importFile(Context &context, const std::string &path) {
         return statusOf(*refusal);
     // The next panel opens where the person's file lies, not where it was handed over.
     RVProductConfig::setValue_forKey(NSString(file.path().parent_path().string()), kLastFolderKey);
-    if (context.counts().asked == 0 && !tellBadByte(context, file) && !context.presenter().refused())
+    const bool isExplained = context.counts().asked > 0 || context.presenter().refused();
+    if (!isExplained && !tellsWhyNothing(context, file, category.triple().viewModel, handed))
         context.console().message(file.path().string() + ": holds nothing to import");
     const Status status = tellCounts(context, "imported");
     return context.counts().asked == 0 ? (isInterrupted() ? kCancelled : kFailed) : status;

@@ -49,19 +49,4 @@ fs::path ImportFile::handedOver(const fs::path &scratch) const {
     return name;
 }
 
-std::optional<std::int64_t> ImportFile::lineOfBadByte() const {
-    const std::string bytes = device::readWhole(path_, kMaxBytes);
-    if (unicode::isValid(bytes))
-        return std::nullopt;
-    const std::string_view all = bytes;
-    std::int64_t line = 1;
-    for (std::size_t at = 0; at < all.size(); ++line) {
-        const std::size_t end = std::min(all.find('\n', at), all.size());
-        if (!unicode::isValid(all.substr(at, end - at)))
-            break;
-        at = end + 1;
-    }
-    return line;
-}
-
 }  // namespace host::cli

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace host::cli {
@@ -23,8 +22,6 @@ public:
     // What the plug-in gets: the same file; for a .vcard under a private name below `scratch` that ends in .vcf, since the
     // plug-in knows its readers by the extension.
     [[nodiscard]] std::filesystem::path handedOver(const std::filesystem::path &scratch) const;
-    // The line (from 1) of the first byte that is no UTF-8; absent where all is.
-    [[nodiscard]] std::optional<std::int64_t> lineOfBadByte() const;
 
 private:
     ImportKind kind_ = ImportKind::cards;
