@@ -134,8 +134,8 @@ public:
             add("sub: " + controller->subLabel()->stringValue().str());
         else if (&view == controller->borderButton().get() && (key == "title" || key == "enabled" || key == "hidden"))
             add("button: " + describe(*controller->borderButton()) + " " + std::to_string(view.tag()) + (view.isHidden() ? " hidden" : ""));
-        else if (&view == controller->colorButton().get() && key == "hidden")
-            add(view.isHidden() ? "colour button hidden" : "colour button: " + titleOf(*controller->colorButton()));
+        else if (&view == controller->colorButton().get() && key == "hidden" && !view.isHidden())
+            add("colour button: " + titleOf(*controller->colorButton()));
     }
 
     // ------------------------------------------------------------ acting

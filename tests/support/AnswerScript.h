@@ -12,7 +12,8 @@
 //          that is not there or cannot be pressed, and an answer that was never asked for.
 // Log      with a log: "asks TITLE|TEXTS [BUTTONS]" as a modal window opens (buttons from the left, "(..)" disabled; a check
 //          box "<..>"), "presses BUTTON", and for progress windows each change of the main label, the sub-label and the
-//          border button ("main: ..", "sub: ..", "button: .. 15").
+//          border button ("main: ..", "sub: ..", "button: .. 15"), and the colour button as it shows; what stays the same is
+//          not told again.
 // One at a time; after TestWorld or PluginWorld was made. Threads: main.
 #pragma once
 

@@ -1,0 +1,38 @@
+// A world for the flows: a fake device, a log of what a person sees and does, a folder of its own on disk.
+#pragma once
+
+#include <filesystem>
+
+#include "HNManagerPlugin/contracts/RVFoundation/RVFileManageCommon.h"
+#include "tests/support/AnswerScript.h"
+#include "tests/support/FakeDevice.h"
+#include "tests/support/PluginWorld.h"
+#include "toolkit/services/NSLog.h"
+
+class FlowWorld {
+public:
+    FlowWorld() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "flow-XXXXXX").string();
+        folder_ = ::mkdtemp(pattern.data());
+        logWorkspaceTo(log);
+    }
+    ~FlowWorld() {
+        RVSystemInfoManager::setAvailableMemoryQuery({});
+        std::filesystem::remove_all(folder_);
+    }
+    // Notes each line of the log that ends with `text`, without the place in the source that stands before it.
+    void noteLogLine(std::string text) {
+        setLogSink([this, text = std::move(text)](const NSString &line) {
+            if (line.hasSuffix(text))
+                log.add(text);
+        });
+    }
+    [[nodiscard]] const std::string &folder() const { return folder_; }
+
+    PluginWorld world;
+    EventLog log;
+    FakeDevice device;
+
+private:
+    std::string folder_;
+};
