@@ -13,13 +13,18 @@ NSString textOf(const Value &entry, std::string_view key) {
     return dictionary ? dictionary->valueForKey(key).text() : NSString();
 }
 
+NSString labelOf(const Value &entry) {
+    const NSString key = textOf(entry, "fileTypeName");
+    return localized(key);
+}
+
 std::shared_ptr<NSImage> picture(const NSString &name) { return NSBundle::bundleForClass()->imageForResource_ofType(name, "png"); }
 
 std::shared_ptr<HNFileTypeObject> childNode(const Value &entry, const Value &parent) {
     auto node = make<HNFileTypeObject>();
     node->setIsLeaf(true);
     node->hiddenExpandBgColor = true;
-    node->fileTypeName = localized(textOf(entry, "fileTypeName"));
+    node->fileTypeName = labelOf(entry);
     node->nibName = textOf(entry, "xibName");
     node->textNormalColor = textOf(parent, "textNormalColor");
     node->textHighLightColor = textOf(parent, "textHighLightColor");
@@ -30,7 +35,7 @@ std::shared_ptr<HNFileTypeObject> childNode(const Value &entry, const Value &par
 std::shared_ptr<HNFileTypeObject> topLevelNode(const Value &entry) {
     auto node = make<HNFileTypeObject>();
     node->hiddenExpandBgColor = true;
-    node->fileTypeName = localized(textOf(entry, "fileTypeName"));
+    node->fileTypeName = labelOf(entry);
     node->imageA = picture(textOf(entry, "fileTypeImage"));
     node->imageB = picture(textOf(entry, "fileTypeImage_b"));
     node->textNormalColor = textOf(entry, "textNormalColor");
