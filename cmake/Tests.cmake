@@ -53,6 +53,9 @@ foreach(folder IN LISTS folders)
     if(folder MATCHES "^(host|window)$" AND TARGET HNManagerPlugin)
         add_dependencies(${target} HNManagerPlugin)
     endif()
+    if(folder STREQUAL host AND TARGET hnmanager)
+        add_dependencies(${target} hnmanager)   # its tests run the program
+    endif()
     if(folder STREQUAL HNManagerPlugin AND TARGET resources)
         add_dependencies(${target} resources)   # pictures and lists are read from the build folder
     endif()

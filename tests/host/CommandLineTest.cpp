@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tests/host/Program.h"
+
+using testhost::Outcome;
+using testhost::Program;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char *kCard = "BEGIN:VCARD\nVERSION:3.0\nN:Hopper;Grace;;;\nFN:Grace Hopper\nEND:VCARD\n";
+
+// ---------------------------------------------------------------- words and statuses
+
+struct Row {
+    const char *name;
+    std::vector<std::string> words;
+    int status;
+    const char *error;   // part of standard error
+};
+class Words : public testing::TestWithParam<Row> {};
+
+TEST_P(Words, endWithTheirStatus) {
+    const Program program;
+    program.file("table.csv", "Name\n");
+    program.file("note.txt", "");
+    const Outcome outcome = program.run(GetParam().words);
+    EXPECT_EQ(outcome.status, GetParam().status);
+    EXPECT_NE(outcome.err.find(GetParam().error), std::string::npos) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(CommandLine, Words, testing::Values(
+    Row{"unknownCategory", {"notes", "list"}, 2, "--help"},
+    Row{"unknownCommand", {"contacts", "shout"}, 2, "--help"},
+    Row{"categoryAlone", {"contacts"}, 2, "subcommand is required"},
+    Row{"unknownOption", {"tree", "--fast"}, 2, "--fast"},
+    Row{"missingArgument", {"contacts", "show"}, 2, "KEY is required"},
+    Row{"surplusArgument", {"contacts", "show", "1", "2"}, 2, "2"},
+    Row{"unknownConflictWord", {"tree", "--conflict", "maybe"}, 2, "maybe"},
+    Row{"createWithoutName", {"device", "create", "new"}, 2, "--name is required"},
+    Row{"noSuchDevice", {"contacts", "list", "--device", "nowhere"}, 3, "nowhere: there is no such folder"},
+    Row{"folderThatIsNoDevice", {"--device", "/usr", "tree"}, 3, "/usr: is neither a device image"},
+    Row{"missingFile", {"contacts", "read", "none.vcf"}, 3, "none.vcf"},
+    Row{"otherExtension", {"contacts", "import", "note.txt"}, 1, "none of .vcf, .vcard, .csv"},
+    Row{"tableOfContacts", {"contacts", "read", "table.csv"}, 1, "cannot be read yet"}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(CommandLine, tellsVersionAndHelpWithoutTouchingTheHome) {
+    const Program program;
+    const Outcome version = program.run({"contacts", "--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out, "0.1.0\n");
+    const Outcome help = program.run({"contacts", "import", "--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("--as-is"), std::string::npos);
+    EXPECT_TRUE(fs::is_empty(program.home()));
+}
+
+TEST(CommandLine, takesOptionsAnywhere) {
+    const Program program;
+    const std::string image = program.smallImage("image");
+    const Outcome before = program.run({"--json", "--device", image, "contacts", "groups"});
+    const Outcome behind = program.run({"contacts", "groups", "--device=" + image, "--json"});
+    const Outcome between = program.run({"contacts", "--json", "--device", image, "groups"});
+    EXPECT_EQ(before.out, R"([
+  {
+    "groupName": "Friends",
+    "ContactKey": [
+      "1"
+    ]
+  }
+]
+)");
+    EXPECT_EQ(behind.out, before.out);
+    EXPECT_EQ(between.out, before.out);
+}
+
+TEST(CommandLine, aFullDiskForTheResultIsAFailure) {
+    const Program program;
+    const std::string image = program.smallImage("image");
+    // The shell only redirects; its words are this test's own.
+    const Outcome outcome = program.run({"--device", image, "contacts", "list"}, {"/bin/sh", "-c", "exec \"$0\" \"$@\" >/dev/full"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.err.find("could not be written"), std::string::npos);
+}
+
+// ---------------------------------------------------------------- devices
+
+TEST(DeviceCommands, makeAnImageAndTellOfIt) {
+    const Program program;
+    EXPECT_EQ(program.run({"device", "create", "new", "--name", "Zoë's Phone"}).status, 0);
+    const auto info = program.json({"device", "info", "--device", "new"});
+    EXPECT_EQ(info["name"], "Zoë's Phone");
+    EXPECT_EQ(info["kind"], "image");
+    EXPECT_EQ(info["totalBytes"], 64'000'000'000);
+    EXPECT_EQ(info.size(), 6u);
+    EXPECT_EQ(program.json({"contacts", "list", "--device", "new"})["contacts"], nlohmann::ordered_json::array());
+}
+
+TEST(DeviceCommands, replaceOnlyAnImageAndOnlyWhenTold) {
+    const Program program;
+    ASSERT_EQ(program.run({"device", "create", "one", "--name", "Old"}).status, 0);
+    EXPECT_EQ(program.run({"device", "create", "one", "--name", "New"}).status, 1);
+    EXPECT_EQ(program.json({"device", "info", "--device", "one"})["name"], "Old");
+    EXPECT_EQ(program.run({"device", "create", "one", "--name", "New", "--replace"}).status, 0);
+    EXPECT_EQ(program.json({"device", "info", "--device", "one"})["name"], "New");
+
+    program.file("papers/thesis.txt", "dear");
+    EXPECT_EQ(program.run({"device", "sample", "papers", "--replace"}).status, 1);
+    EXPECT_EQ(testhost::readFile(program.home() / "papers/thesis.txt"), "dear");
+    EXPECT_EQ(std::distance(fs::directory_iterator(program.home() / "papers"), {}), 1);
+}
+
+TEST(DeviceCommands, theEmbeddedImageIsMadeOnceAndKeptAsThePersonLeftIt) {
+    const Program program;
+    const auto first = program.json({"contacts", "list"});
+    EXPECT_EQ(first["contacts"].size(), 26u);
+    EXPECT_EQ(first["contacts"][0]["completeName"], "Ada Lindqvist");
+    ASSERT_EQ(program.run({"contacts", "import", program.file("one.vcf", kCard)}).status, 0);
+    EXPECT_EQ(program.json({"contacts", "list"})["contacts"].size(), 27u);
+    EXPECT_TRUE(fs::exists(program.home() / ".local/share/hnmanager/device/Device.plist"));
+}
+
+TEST(DeviceCommands, aFolderOfBackupsNamesThem) {
+    const Program program;
+    const std::string backup = program.smallBackup("backups/one");
+    fs::remove_all(program.home() / "backups/one-image");
+    const Outcome outcome = program.run({"device", "info", "--device", "backups"});
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.err.find("backups/one"), std::string::npos) << outcome.err;
+    EXPECT_EQ(program.json({"device", "info", "--device", backup})["kind"], "backup");
+}
+
+TEST(DeviceCommands, theTreeHasTheCategoriesAsOnShow) {
+    const Program program;
+    const auto tree = program.json({"tree"});
+    ASSERT_EQ(tree.size(), 8u);
+    EXPECT_EQ(tree[0].dump(), R"({"fileTypeName":"Photos","nibName":"","children":[)"
+                              R"({"fileTypeName":"Camera Roll","nibName":"HNMphotoViewController","children":[]},)"
+                              R"({"fileTypeName":"Albums","nibName":"HNMAlbumViewController","children":[]}]})");
+    EXPECT_EQ(tree[3].dump(), R"({"fileTypeName":"Contacts","nibName":"HNMContactViewController","children":[]})");
+}
+
+TEST(Summary, showsDeviceCategoriesAndContactsWithoutACommand) {
+    const Program program;
+    const Outcome outcome = program.run({"--device", program.smallImage("image")});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.out.find("name      Test Phone\n"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("\nPhotos\n  Camera Roll\n  Albums\nMusic\n"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("\n1  Ada Lovelace  +44 20 555  ada@example.com\n"), std::string::npos) << outcome.out;
+}
+
+// ---------------------------------------------------------------- what the program keeps
+
+TEST(Keeping, itsFoldersAreThePersonsAloneAndScratchIsGone) {
+    const Program program;
+    ASSERT_EQ(program.run({"contacts", "list"}).status, 0);
+    const auto modeOf = [&](const char *name) {
+        struct stat status {};
+        stat((program.home() / name).c_str(), &status);
+        return status.st_mode & 0777;
+    };
+    EXPECT_EQ(modeOf(".cache/hnmanager/tmp"), 0700u);
+    EXPECT_EQ(modeOf(".local/state/hnmanager/hnmanager.log"), 0600u);
+    EXPECT_TRUE(fs::is_empty(program.home() / ".cache/hnmanager/scratch"));
+}
+
+TEST(Keeping, damagedSettingsAreSetAsideAndTold) {
+    const Program program;
+    program.file(".config/hnmanager/settings.json", "{\"product\": {\"Contact");
+    const Outcome outcome = program.run({"contacts", "import", program.file("cards/one.vcf", kCard)});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.err.find("settings.json.damaged"), std::string::npos) << outcome.err;
+    EXPECT_EQ(testhost::readFile(program.home() / ".config/hnmanager/settings.json.damaged"), "{\"product\": {\"Contact");
+    const auto kept = nlohmann::json::parse(testhost::readFile(program.home() / ".config/hnmanager/settings.json"));
+    EXPECT_EQ(kept["product"]["ContactImportPathKey"], (program.home() / "cards").string());
+}
+
+}  // namespace

@@ -1,0 +1,148 @@
+#include "tests/host/Program.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "device/BackupFolder.h"
+#include "device/plist/PropertyList.h"
+#include "device/sample/Sample.h"
+#include "device/sqlite/Database.h"
+
+namespace testhost {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char *kBook = "HomeDomain/Library/AddressBook/AddressBook.sqlitedb";
+constexpr const char *kBookPath = "Library/AddressBook/AddressBook.sqlitedb";
+
+// ABMultiValue's property 3 is a phone number, 4 an e-mail address.
+constexpr const char *kRows =
+    "INSERT INTO ABPerson (ROWID, First, Last) VALUES (1, 'Ada', 'Lovelace');"
+    "INSERT INTO ABPerson (ROWID, First, Note) VALUES (2, 'Bad' || char(27) || 'Name', 'tab' || char(9) || 'here');"
+    "INSERT INTO ABMultiValue (UID, record_id, property, identifier, value) VALUES (1, 1, 3, 0, '+44 20 555');"
+    "INSERT INTO ABMultiValue (UID, record_id, property, identifier, value) VALUES (2, 1, 4, 0, 'ada@example.com');"
+    "INSERT INTO ABGroup (ROWID, Name) VALUES (7, 'Friends');"
+    "INSERT INTO ABGroupMembers (group_id, member_type, member_id) VALUES (7, 0, 1);";
+
+void write(const fs::path &path, std::string_view bytes) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::vector<char *> pointersTo(std::vector<std::string> &texts) {
+    std::vector<char *> pointers;
+    for (std::string &text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+// Only what is told: no setting of the tester's own reaches the program.
+std::vector<std::string> environmentOf(const fs::path &home) {
+    std::vector<std::string> variables = {"HOME=" + home.string(), "PATH=/usr/bin:/bin", "LC_ALL=C.UTF-8"};
+    for (const char *name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS", "TZ"})
+        if (const char *value = std::getenv(name))
+            variables.push_back(std::string(name) + "=" + value);
+    return variables;
+}
+
+}  // namespace
+
+TempFolder::TempFolder() {
+    std::string pattern = (fs::temp_directory_path() / "hnmanager-test-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        throw std::runtime_error("no temporary folder");
+    path_ = pattern;
+}
+
+TempFolder::~TempFolder() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+}
+
+std::string readFile(const fs::path &path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+std::string pictureOf(const fs::path &folder) {
+    std::vector<std::string> entries;
+    for (const auto &entry : fs::recursive_directory_iterator(folder))
+        entries.push_back(fs::relative(entry.path(), folder).string() + "\n" + (entry.is_regular_file() ? readFile(entry.path()) : ""));
+    std::ranges::sort(entries);
+    std::string picture;
+    for (const std::string &entry : entries)
+        picture += entry + "\n";
+    return picture;
+}
+
+Outcome Program::run(const std::vector<std::string> &arguments, const std::vector<std::string> &prefix) const {
+    const TempFolder outputs;
+    const std::string out = (outputs.path() / "out").string(), err = (outputs.path() / "err").string();
+    std::vector<std::string> words = prefix, variables = environmentOf(home());
+    words.push_back(HN_BINARY_DIR "/hnmanager");
+    words.insert(words.end(), arguments.begin(), arguments.end());
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addchdir_np(&actions, home().c_str());
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    pid_t child = 0;
+    const int error = posix_spawnp(&child, words.front().c_str(), &actions, nullptr, pointersTo(words).data(), pointersTo(variables).data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0)
+        throw std::runtime_error("cannot start " + words.front());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), readFile(out), readFile(err)};
+}
+
+nlohmann::ordered_json Program::json(std::vector<std::string> arguments, int status) const {
+    arguments.emplace_back("--json");
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, status) << outcome.err;
+    return nlohmann::ordered_json::parse(outcome.out, nullptr, false);
+}
+
+std::string Program::smallImage(const std::string &name) const {
+    const fs::path folder = home() / name;
+    device::sample::createImage(folder, "Test Phone");
+    device::sqlite::Database(folder / kBook, device::sqlite::Access::readWrite).exec(kRows);
+    return folder.string();
+}
+
+std::string Program::smallBackup(const std::string &name) const {
+    const fs::path folder = home() / name, image = smallImage(name + "-image");
+    const std::string id = device::BackupFolder::fileID({"HomeDomain", kBookPath});
+    write(folder / id.substr(0, 2) / id, readFile(image / kBook));
+    device::sqlite::Database manifest(folder / "Manifest.db", device::sqlite::Access::create);
+    manifest.exec("CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB);"
+                  "INSERT INTO Files VALUES ('" + id + "', 'HomeDomain', '" + kBookPath + "', 1, NULL)");
+    device::PropertyList description, info;
+    description.setFlag("IsEncrypted", false);
+    info.setText("Device Name", "Backed Up");
+    info.setText("Product Version", "14.3");
+    info.setText("Target Identifier", "00008030-abc");
+    write(folder / "Manifest.plist", description.bytes(device::PropertyList::Format::binary));
+    write(folder / "Info.plist", info.bytes(device::PropertyList::Format::binary));
+    return folder.string();
+}
+
+std::string Program::file(const std::string &name, std::string_view bytes) const {
+    write(home() / name, bytes);
+    return (home() / name).string();
+}
+
+}  // namespace testhost

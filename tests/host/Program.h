@@ -1,0 +1,51 @@
+// The program itself, run end to end: a private home, arguments in, exit status and both outputs back.
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace testhost {
+
+struct Outcome {
+    int status = -1;   // 128 + the signal where one ended it
+    std::string out, err;
+};
+
+// Removed with everything in it at the end.
+class TempFolder {
+public:
+    TempFolder();
+    TempFolder(const TempFolder &) = delete;
+    ~TempFolder();
+    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+class Program {
+public:
+    // Runs in the home folder, without a terminal; `prefix` stands before the program ("flock", ...).
+    [[nodiscard]] Outcome run(const std::vector<std::string> &arguments, const std::vector<std::string> &prefix = {}) const;
+    // The document on standard output; discarded where it is none.
+    [[nodiscard]] nlohmann::ordered_json json(std::vector<std::string> arguments, int status = 0) const;
+
+    [[nodiscard]] std::filesystem::path home() const { return home_.path(); }
+    // A new image with two contacts and a group: "1" Ada Lovelace and "2" (a control character in its name), both in the
+    // group Friends but for "2".
+    [[nodiscard]] std::string smallImage(const std::string &name) const;
+    // A backup folder with the address book of that image.
+    [[nodiscard]] std::string smallBackup(const std::string &name) const;
+    std::string file(const std::string &name, std::string_view bytes) const;
+
+private:
+    TempFolder home_;
+};
+
+[[nodiscard]] std::string readFile(const std::filesystem::path &path);
+// Names and bytes of everything below a folder: equal means untouched.
+[[nodiscard]] std::string pictureOf(const std::filesystem::path &folder);
+
+}  // namespace testhost

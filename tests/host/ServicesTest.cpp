@@ -1,0 +1,274 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "device/Open.h"
+#include "device/sample/Sample.h"
+#include "host/services/DeviceWatch.h"
+#include "host/services/Folders.h"
+#include "host/services/HostGates.h"
+#include "host/services/RecordingContacts.h"
+#include "host/services/SettingsFile.h"
+#include "host/services/WorkspaceOpener.h"
+#include "tests/host/Program.h"
+#include "tests/support/TestWorld.h"
+#include "toolkit/services/NSNotificationCenter.h"
+
+namespace fs = std::filesystem;
+using testhost::TempFolder;
+
+namespace {
+
+// ---------------------------------------------------------------- settings
+
+struct SettingsWorld {
+    TempFolder folder;
+    fs::path path = folder.path() / "hnmanager/settings.json";
+    std::vector<std::string> warnings;
+    std::shared_ptr<UserDefaultsStore> open(const char *group = "defaults") {
+        const auto file = std::make_shared<host::SettingsFile>(path, [this](const std::string &text) { warnings.push_back(text); });
+        return host::SettingsFile::group(file, group);
+    }
+    void put(std::string_view bytes) {
+        fs::create_directories(path.parent_path());
+        device::replaceWhole(path, bytes);
+    }
+};
+
+TEST(Settings, comeBackAsWhatTheyWere) {
+    SettingsWorld world;
+    const auto store = world.open();
+    store->write("flag", Value(true));
+    store->write("number", Value(std::int64_t{-7}));
+    store->write("text", Value(NSString("Ü\n\"")));
+    store->write("gone", Value(NSString("x")));
+    store->write("gone", Value());
+    world.open("product")->write("text", Value(NSString("another group")));
+    const auto again = world.open();
+    EXPECT_TRUE(again->read("flag").isFlag());
+    EXPECT_TRUE(again->read("flag").boolValue());
+    EXPECT_EQ(again->read("number").integerValue(), -7);
+    EXPECT_EQ(again->read("text").text(), NSString("Ü\n\""));
+    EXPECT_TRUE(again->read("gone").isAbsent());
+    EXPECT_TRUE(world.warnings.empty());
+}
+
+TEST(Settings, keepWhatAnotherProcessWroteMeanwhile) {
+    SettingsWorld world;
+    const auto mine = world.open(), other = world.open();
+    mine->write("mine", Value(true));
+    other->write("other", Value(true));
+    mine->write("mine", Value(false));
+    EXPECT_TRUE(world.open()->read("other").boolValue());
+}
+
+struct Damage {
+    const char *name;
+    std::string bytes;
+};
+class DamagedSettings : public testing::TestWithParam<Damage> {};
+
+TEST_P(DamagedSettings, areSetAsideUnchangedAndTold) {
+    SettingsWorld world;
+    world.put(GetParam().bytes);
+    const auto store = world.open();
+    EXPECT_TRUE(store->read("flag").isAbsent());
+    store->write("flag", Value(true));
+    EXPECT_TRUE(world.open()->read("flag").boolValue());
+    EXPECT_EQ(testhost::readFile(world.path.string() + ".damaged"), GetParam().bytes);
+    EXPECT_EQ(world.warnings.size(), 1u);
+}
+
+INSTANTIATE_TEST_SUITE_P(File, DamagedSettings, testing::Values(
+    Damage{"empty", ""}, Damage{"cut", "{\"defaults\": {\"fl"}, Damage{"list", "[1]"}, Damage{"groupThatIsNone", "{\"defaults\": 1}"},
+    Damage{"notText", std::string("\0\xff", 2)}, Damage{"tooLarge", std::string((1 << 20) + 1, ' ')}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(Settings, aValueOfAnotherKindReadsAsAbsentAndStays) {
+    SettingsWorld world;
+    world.put(R"({"defaults": {"list": [1]}})");
+    const auto store = world.open();
+    EXPECT_TRUE(store->read("list").isAbsent());
+    store->write("flag", Value(true));
+    EXPECT_NE(testhost::readFile(world.path).find("\"list\""), std::string::npos);
+}
+
+TEST(Settings, lastAsLongAsTheProcessWhereTheyCannotBeKept) {
+    SettingsWorld world;
+    device::replaceWhole(world.folder.path() / "hnmanager", "a file stands where the folder should");
+    const auto store = world.open();
+    store->write("flag", Value(true));
+    store->write("other", Value(true));
+    EXPECT_TRUE(store->read("flag").boolValue());
+    EXPECT_EQ(world.warnings.size(), 1u);
+}
+
+// ---------------------------------------------------------------- folders, workspace
+
+TEST(UserDirectories, takeWhatIsAbsoluteOrBelowHome) {
+    const auto entries = host::readUserDirectories("# a comment XDG_MUSIC_DIR=\"/no\"\n"
+                                                   "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n"
+                                                   "  XDG_VIDEOS_DIR=\"/media/my \\\"films\\\"\"\n"
+                                                   "XDG_MUSIC_DIR=\"Music\"\n"
+                                                   "XDG_PICTURES_DIR=\"$HOMEWORK/x\"\n"
+                                                   "XDG_DOWNLOAD_DIR=\"$HOME\"\n"
+                                                   "XDG_BROKEN_DIR=\"\nno entry",
+                                                   "/home/ada");
+    const std::map<std::string, std::string> expected = {
+        {"XDG_DESKTOP_DIR", "/home/ada/Schreibtisch"}, {"XDG_VIDEOS_DIR", "/media/my \"films\""}, {"XDG_DOWNLOAD_DIR", "/home/ada"}};
+    EXPECT_EQ(entries, expected);
+}
+
+TEST(ProcessFolder, isPrivateGoesAtTheEndAndClearsWhatADeadProcessLeft) {
+    const TempFolder parent;
+    fs::create_directories(parent.path() / "run-2147483646-abcdef/deep");   // no such process
+    fs::create_directories(parent.path() / "run-1-abcdef");                 // a living one's
+    fs::create_directories(parent.path() / "run-x");
+    fs::path folder;
+    {
+        const host::ProcessFolder process(parent.path());
+        folder = process.path();
+        EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+        device::replaceWhole(folder / "copy", "x");
+    }
+    EXPECT_FALSE(fs::exists(folder));
+    EXPECT_FALSE(fs::exists(parent.path() / "run-2147483646-abcdef"));
+    EXPECT_TRUE(fs::exists(parent.path() / "run-1-abcdef"));
+    EXPECT_TRUE(fs::exists(parent.path() / "run-x"));
+}
+
+TEST(WorkspaceOpener, turnsPathsIntoAddressesAndOpensNoOtherSchemes) {
+    EXPECT_EQ(host::WorkspaceOpener::addressOf("/tmp/a b;$(c)%/ü.html"), "file:///tmp/a%20b%3B%24%28c%29%25/%C3%BC.html");
+    EXPECT_EQ(host::WorkspaceOpener::addressOf("/tmp/--help"), "file:///tmp/--help");
+    host::WorkspaceOpener opener("true");
+    EXPECT_TRUE(opener.openURL("https://example.com/"));
+    EXPECT_FALSE(opener.openURL("javascript:alert(1)"));
+    EXPECT_FALSE(opener.openURL("--version"));
+    EXPECT_FALSE(opener.openFile("/no/such/file"));
+    EXPECT_FALSE(host::WorkspaceOpener("no-such-program-here").openURL("https://example.com/"));
+}
+
+// ---------------------------------------------------------------- device layer
+
+struct DeviceWorld {
+    TempFolder folder;
+    TestWorld world;
+    std::shared_ptr<host::HostDeviceLayer> layer = std::make_shared<host::HostDeviceLayer>(nullptr);
+    std::shared_ptr<device::Session> image(const char *name) {
+        device::sample::createImage(folder.path() / name, name);
+        return std::make_shared<device::Session>(device::openDevice(folder.path() / name));
+    }
+};
+
+TEST(HostDeviceLayer, postsASwitchAfterTheNewDeviceStands) {
+    DeviceWorld w;
+    const auto owner = std::make_shared<int>();
+    std::string seen;
+    NSNotificationCenter::defaultCenter().addObserver_block(owner, NMobileDeviceDidSwitchChangeNotification,
+                                                            [&](const auto &) { seen += w.layer->deviceName().str() + ";"; });
+    EXPECT_FALSE(w.layer->isDeviceConnected());
+    w.layer->switchTo(w.image("one"));
+    const auto first = w.layer->context()->contactInterface();
+    EXPECT_EQ(first, w.layer->context()->contactInterface());   // opened once
+    w.layer->switchTo(w.image("two"));
+    EXPECT_NE(first, w.layer->context()->contactInterface());
+    w.world.settle();
+    EXPECT_EQ(seen, "one;two;");
+}
+
+TEST(DeviceWatch, postsOnceForEachTimeThatTheDeviceWentAway) {
+    DeviceWorld w;
+    w.layer->switchTo(w.image("one"));
+    int posts = 0;
+    const auto owner = std::make_shared<int>();
+    NSNotificationCenter::defaultCenter().addObserver_block(owner, NMobileDeviceDisConnectionDidChangeNotification,
+                                                            [&](const auto &) { ++posts; });
+    host::DeviceWatch watch(w.layer, std::chrono::hours(1));
+    EXPECT_FALSE(watch.look());
+    fs::rename(w.folder.path() / "one", w.folder.path() / "away");
+    EXPECT_TRUE(watch.look());
+    EXPECT_FALSE(watch.look());
+    w.world.settle();
+    EXPECT_EQ(posts, 1);
+}
+
+TEST(HostGates, askForRoomToTheByteAndForTheRightToWrite) {
+    DeviceWorld w;
+    std::vector<device::AccessError::Kind> refusals;
+    host::HostGates gates(w.layer, [&](device::AccessError::Kind kind, const std::string &) { refusals.push_back(kind); });
+    EXPECT_FALSE(gates.actionRequestDeviceSize(0));
+    const auto session = w.image("one");
+    w.layer->switchTo(session);
+    EXPECT_TRUE(gates.actionRequestDeviceSize(0));
+    EXPECT_FALSE(gates.actionRequestDeviceSize(std::int64_t{1} << 62));
+    {
+        const device::WriterLock lock = session->tree()->lockForWriting();
+        EXPECT_FALSE(gates.actionRequestDeviceSize(0));
+    }
+    using Kind = device::AccessError::Kind;
+    EXPECT_EQ(refusals, (std::vector{Kind::gone, Kind::noSpace, Kind::locked}));
+    EXPECT_TRUE(gates.actionRequestDiskSize_withPath(1, NSString((w.folder.path() / "not/there/yet").string())));
+    EXPECT_FALSE(gates.actionRequestDiskSize_withPath(std::int64_t{1} << 62, NSString(w.folder.path().string())));
+}
+
+// Fails every second contact, and stops where it is told to.
+class PatchyContacts final : public CContactManagerImpl {
+public:
+    void getContactDataFromAddressList() override {}
+    void freeAddressBookInfo() override {}
+    ContactList contactArray() override { return {}; }
+    ContactGroupList groupArray() override { return {}; }
+    std::int64_t isDeviceiCloudOpen(std::int64_t) override { return 0; }
+    bool addNewContact_toGroups(const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override { return false; }
+    void addNewContacts_toGroups_progress(const ContactList &contacts, const ContactGroupList &, const AddProgress &progress) override {
+        const auto total = static_cast<std::int64_t>(contacts.size());
+        if (total == 0)
+            progress(0, 0, -1);
+        for (std::int64_t i = 0; i < total; ++i)
+            if (progress(i, total, i % 2 ? -1 : 0) == 1)
+                return;
+    }
+    std::int64_t editContacts_onGroups(const ContactList &, const ContactGroupList &) override { return 1; }
+    void deleteContactsOrGroups_callBack(const ContactList &contacts, const DeleteProgress &progress) override {
+        bool stop = false;
+        const auto total = static_cast<std::int64_t>(contacts.size());
+        for (std::int64_t i = 0; i < total && !stop; ++i)
+            progress(i, total, contacts[static_cast<std::size_t>(i)], i % 2 == 0, &stop);
+    }
+    void exportContactsToVCFFile_toPath(const ContactList &, const NSString &) override {}
+    void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &, const NSString &, const ExportFinish &finish) override { finish(0, 2); }
+    bool combineRepeatContacts_newContact_toGroup(const ContactList &, const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override { return true; }
+};
+
+struct Call {
+    const char *name;
+    std::function<void(CContactManagerImpl &, const ContactList &)> call;
+    std::int64_t asked, succeeded, failed;
+};
+class Recording : public testing::TestWithParam<Call> {};
+
+TEST_P(Recording, countsWhatEachItemBecame) {
+    const TestWorld world;
+    device::FailureLog failures;
+    const auto record = std::make_shared<host::OperationRecord>();
+    const auto contacts = alloc<host::RecordingContacts>(alloc<PatchyContacts>(), failures, record);
+    const ContactList three = {make<ZpContactDataInfo>(), make<ZpContactDataInfo>(), make<ZpContactDataInfo>()};
+    GetParam().call(*contacts, three);
+    const host::OperationCounts counts = record->counts();
+    EXPECT_EQ(counts.asked, GetParam().asked);
+    EXPECT_EQ(counts.succeeded, GetParam().succeeded);
+    EXPECT_EQ(counts.failed, GetParam().failed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Contacts, Recording, testing::Values(
+    Call{"add", [](auto &m, const auto &c) { m.addNewContacts_toGroups_progress(c, {}, {}); }, 3, 2, 1},
+    Call{"addStopped", [](auto &m, const auto &c) { m.addNewContacts_toGroups_progress(c, {}, [](auto, auto, auto) { return 1; }); }, 3, 1, 0},
+    Call{"addNothing", [](auto &m, const auto &) { m.addNewContacts_toGroups_progress({}, {}, {}); }, 0, 0, 0},
+    Call{"addOne", [](auto &m, const auto &c) { m.addNewContact_toGroups(c[0], {}); }, 1, 0, 1},
+    Call{"edit", [](auto &m, const auto &c) { m.editContacts_onGroups(c, {}); }, 3, 1, 2},
+    Call{"remove", [](auto &m, const auto &c) { m.deleteContactsOrGroups_callBack(c, {}); }, 3, 2, 1},
+    Call{"merge", [](auto &m, const auto &c) { m.combineRepeatContacts_newContact_toGroup(c, c[0], {}); }, 1, 1, 0},
+    Call{"exportOfCardsWithoutAFile", [](auto &m, const auto &c) { m.exportContactsToVCFFile_toPath(c, "/no/such/file"); }, 3, 0, 3},
+    Call{"exportOfATable", [](auto &m, const auto &c) { m.exportContactsToCSVFileFromArray_toPath_callBack(c, "/x", {}); }, 3, 2, 1}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+}  // namespace
