@@ -4,6 +4,7 @@
 #include <array>
 
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
+#include "HNManagerPlugin/contracts/RVUIKit/RUIBreadcrumbWindowController.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
 #include "toolkit/dispatch/Queue.h"
 #include "toolkit/views/NSApplication.h"
@@ -60,6 +61,11 @@ NSString messageOf(NSWindow &window) {
     return NSString(message);
 }
 
+// A small message that its flow takes away itself: nobody answers it.
+bool isOnlyTold(const NSWindow &window) {
+    return std::dynamic_pointer_cast<RUIBreadcrumbWindowController>(window.windowController()) != nullptr;
+}
+
 std::shared_ptr<RUIProgressWindowController> progressOf(const NSWindow &window) {
     return std::dynamic_pointer_cast<RUIProgressWindowController>(window.windowController());
 }
@@ -70,7 +76,7 @@ std::shared_ptr<RUIProgressWindowController> progressOf(const NSWindow &window) 
 
 bool CliPresenter::act() {
     const auto window = NSApp()->modalWindow();
-    if (!window || isStuckOn(window))
+    if (!window || isStuckOn(window) || isOnlyTold(*window))
         return false;
     if (auto *panel = dynamic_cast<NSSavePanel *>(window.get()))
         return answerPanel(*panel);
@@ -81,7 +87,7 @@ bool CliPresenter::act() {
 
 bool CliPresenter::over() {
     const auto window = NSApp()->modalWindow();
-    if (!window)
+    if (!window || isOnlyTold(*window))
         return false;
     refused_ = true;
     console_.message("a window that cannot be answered here was closed: " + window->title().str());
