@@ -37,7 +37,7 @@ Json toJson(const NSString &text) {
     return text.str();
 }
 
-Console::Console() : canAsk_(isatty(STDIN_FILENO) && isatty(STDERR_FILENO)), showsProgress_(isatty(STDERR_FILENO)) {}
+Console::Console() : Console(isatty(STDIN_FILENO) && isatty(STDERR_FILENO), isatty(STDERR_FILENO)) {}
 
 void Console::line(const std::string &text) {
     const std::size_t end = text.find_last_not_of(' ');

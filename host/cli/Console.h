@@ -18,6 +18,8 @@ using Json = nlohmann::ordered_json;
 class Console {
 public:
     Console();
+    // Says itself what the terminal is like; for tests.
+    Console(bool canAsk, bool showsProgress) : canAsk_(canAsk), showsProgress_(showsProgress) {}
 
     // One line of a result for people; blanks at its end are left out.
     void line(const std::string &text);
