@@ -127,8 +127,11 @@ public:
         collect(parent_.constraints());
         for (auto above = parent_.superview(); above; above = above->superview())
             collect(above->constraints());
+        // A child's own size alone: how its subviews stand in it follows from its place, never the other way round.
         for (const auto &child : children_)
-            collect(child->constraints());
+            for (const auto &constraint : child->constraints())
+                if (constraint->firstItem() == child && (!constraint->hasSecond_ || constraint->secondItem() == child))
+                    constraints_.push_back(constraint);
         std::ranges::stable_sort(constraints_, [](const auto &a, const auto &b) { return a->priority() > b->priority(); });
     }
 

@@ -77,6 +77,20 @@ TEST(Layout, followsTheParentsSizeAndEndsWithTheConstraint) {
     EXPECT_EQ(describe(child->frame()), "[0,0 300x200]");
 }
 
+TEST(Layout, whatStandsInAChildNeverHoldsTheChildBack) {
+    const ViewsWorld world;
+    const auto parent = make<NSView>(NSRect(0, 0, 400, 80)), pane = make<NSView>(NSRect(0, 0, 100, 80)), label = make<NSView>(NSRect(0, 0, 20, 20));
+    pane->addSubview(label);
+    label->setTranslatesAutoresizingMaskIntoConstraints(false);
+    pane->addConstraint(NSLayoutConstraint::tie(label, A::left, pane, A::left, 12));
+    pane->setTranslatesAutoresizingMaskIntoConstraints(false);
+    parent->addSubview(pane);
+    parent->addConstraint(NSLayoutConstraint::tie(pane, A::right, parent, A::right));
+    pane->addConstraint(NSLayoutConstraint::tie(pane, A::width, nullptr, A::notAnAttribute, 150));
+    EXPECT_EQ(describe(pane->frame()), "[250,0 150x80]");
+    EXPECT_EQ(label->frame().minX(), 12);
+}
+
 TEST(Layout, aRemovedViewTakesItsConstraintsAlong) {
     const ViewsWorld world;
     const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), child = make<NSView>(), other = make<NSView>();
