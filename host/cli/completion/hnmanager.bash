@@ -33,7 +33,8 @@ _hnmanager() {
         compopt -o filenames
         case $command in
         'device sample' | 'device create') mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
-        'contacts read' | 'contacts import') mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.@(vcf|vcard|VCF|VCARD)' -- "$word") ;;
+        'contacts read' | 'contacts import')
+            mapfile -t COMPREPLY < <(compgen -d -- "$word"; for i in vcf vcard VCF VCARD; do compgen -f -X "!*.$i" -- "$word"; done) ;;
         esac
     fi
 }
