@@ -16,7 +16,7 @@ public:
         text_ += word;
     }
     // All since the last take, one word a line.
-    [[nodiscard]] std::string take() {
+    std::string take() {
         const std::scoped_lock lock(mutex_);
         return std::exchange(text_, {});
     }
