@@ -646,7 +646,7 @@ bool needsQuotes(std::string_view text) {
 }
 
 void appendUnit(std::string &out, unsigned unit) {
-    char buffer[8];
+    char buffer[16];
     std::snprintf(buffer, sizeof buffer, "\\U%04x", unit);
     out += buffer;
 }
