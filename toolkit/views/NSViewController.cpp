@@ -18,6 +18,8 @@ void NSViewController::initWithNibName_bundle(NSString nibName, std::shared_ptr<
 void NSViewController::dealloc() {
     if (view_)
         view_->controller_.reset();
+    topLevelObjects_.clear();
+    view_ = nullptr;
     NSResponder::dealloc();
 }
 

@@ -29,6 +29,6 @@ void HNMbaseViewController::viewDidLoad() {
 }
 
 void HNMbaseViewController::dealloc() {
+    NSViewController::dealloc();   // manager and model go, and say so, before their controller does
     NSLog("%s", "-[HNMbaseViewController dealloc]");
-    NSViewController::dealloc();
 }

@@ -198,10 +198,9 @@ void HNMbaseViewManager::hnManagerLoadData_complete(const NSString &noDataText, 
 void HNMbaseViewManager::loadDidFinish(const NSString &noDataText) {
     loadingFinished = true;
     const auto model = viewModel.lock();
-    if (!model)
-        return;
-    tell(model->arrayController, [](NSArrayController &controller) { controller.rearrangeObjects(); });
-    if (model->contents->isEmpty())
+    if (model)
+        tell(model->arrayController, [](NSArrayController &controller) { controller.rearrangeObjects(); });
+    if (!model || model->contents->isEmpty())
         return showNoDataView_hiddenView(noDataText, false);
     setNoSearchResultViewHidden(true);
     removeRotationAnimation();

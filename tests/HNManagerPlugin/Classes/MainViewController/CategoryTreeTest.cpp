@@ -14,6 +14,7 @@
 #include "toolkit/services/NSLog.h"
 #include "toolkit/views/NSApplication.h"
 #include "toolkit/views/NSSavePanel.h"
+#include "toolkit/views/Presenter.h"
 
 namespace {
 
@@ -203,6 +204,37 @@ TEST_F(CategoryTree, aDeviceSwitchDropsEverySubViewAndStartsAnew) {
     EXPECT_EQ(object(top(kMusic)->childAtIndex(0))->itemCount(), -1);
 }
 
+TEST_F(CategoryTree, aDeviceSwitchGoesInItsOrder) {
+    ActionRouter.managerEvent().selectManagerItem(3);
+    EventLog &log = speed_;
+    const auto logColor = [&log](const std::shared_ptr<HNFileTypeObject> &node, const std::string &name) {
+        node->textColor.observe([&log, name](const auto &color) {
+            log.add(name + (sameColor(color, NSColor::whiteColor()) ? " highlighted" : " plain"));
+        });
+    };
+    const auto logMark = [&log](const std::shared_ptr<HNFileTypeObject> &node, const std::string &name) {
+        node->expandMarkIcon.observe([&log, name, shut = node->expandMarkIconA, open = node->expandMarkIconB](const auto &icon) {
+            log.add(name + (icon == shut ? " mark shut" : icon == open ? " mark open" : " mark right"));
+        });
+    };
+    logMark(object(top(kPhotos)), "photos");
+    logMark(object(top(kMusic)), "music");
+    logColor(object(top(kPhotos)->childAtIndex(0)), "camera roll");
+    logColor(object(top(kMusic)->childAtIndex(1)), "ringtones");
+    object(top(kMusic)->childAtIndex(1))->itemCountString.observe([&log](const NSString &count) { log.add("count '" + count.str() + "'"); });
+    setLogSink([&log](const NSString &line) {
+        if (line.containsString("HNMbaseViewController dealloc"))
+            log.add("sub-view goes");
+    });
+    (void)log.take();
+    NSNotificationCenter::defaultCenter().postNotificationName_object(NMobileDeviceDidSwitchChangeNotification);
+    EXPECT_EQ(log.take(), "sub-view goes\nsub-view goes\n"
+                          "count ''\n"
+                          "ringtones plain\n"
+                          "photos mark shut\nphotos mark right\nmusic mark shut\nmusic mark right\n"
+                          "photos mark open\ncamera roll highlighted\nslow");
+}
+
 TEST_F(CategoryTree, aSwitchWhileTheFirstLeafIsSelectedShowsItsNewView) {
     const std::weak_ptr<HNMbaseViewController> old = manager_->controllers.at("HNMphotoViewController");
     NSNotificationCenter::defaultCenter().postNotificationName_object(NMobileDeviceDidSwitchChangeNotification);
@@ -262,9 +294,42 @@ TEST_F(CategoryTree, nodesAreAddedBesideTheSelection) {
 namespace {
 
 class OwnDialog : public RUIDialogWindow {};
-class OwnPanel : public NSOpenPanel {};
+class OwnOpenPanel : public NSOpenPanel {};
+class OwnSavePanel : public NSSavePanel {};
+
+// Closes open dialogs while a panel runs, looks whether it still does, and cancels it.
+class PanelWatch : public Presenter {
+public:
+    EventLog log;
+    void panelDidOpen(NSSavePanel &panel) override {
+        const auto shown = std::static_pointer_cast<NSSavePanel>(panel.shared_from_this());
+        dispatch::async(dispatch::main(), [this, shown] {
+            HNManagerPrincipalClass::closeOpenDialog();
+            dispatch::async(dispatch::main(), [this, shown] {
+                log.add(shown->isRunning() ? "stays" : "goes");
+                shown->cancel();
+            });
+        });
+    }
+};
 
 }  // namespace
+
+TEST(OpenPanels, areCancelledByExactClassOnTheActiveSpace) {
+    PluginWorld world;
+    const auto watch = std::make_shared<PanelWatch>();
+    Presenter::install(watch);
+    const auto elsewhere = make<NSOpenPanel>();
+    elsewhere->setOnActiveSpace(false);
+    for (const std::shared_ptr<NSSavePanel> &panel :
+         {std::shared_ptr<NSSavePanel>(make<NSOpenPanel>()), make<NSSavePanel>(), std::shared_ptr<NSSavePanel>(make<OwnOpenPanel>()),
+          std::shared_ptr<NSSavePanel>(make<OwnSavePanel>()), std::shared_ptr<NSSavePanel>(elsewhere)}) {
+        EXPECT_EQ(panel->runModal(), kPanelCancel);
+        world.settle();
+    }
+    Presenter::install(nullptr);
+    EXPECT_EQ(watch->log.take(), "goes\ngoes\nstays\nstays\nstays");
+}
 
 TEST_F(CategoryTree, shutDownDismissesOpenDialogsByExactClass) {
     const auto dialog = make<RUIDialogWindow>();
@@ -309,9 +374,11 @@ TEST(PlugInEnd, goesDownInItsOrder) {
     });
     plugin = nullptr;
     world.settle();
-    const std::string lines = log.take();
-    EXPECT_NE(lines.find("Class dealloc HNFileTypeViewModel"), std::string::npos) << lines;
-    EXPECT_LT(lines.find("-[HNFileTypeViewManager dealloc]"), lines.find("Class dealloc HNFileTypeViewManager")) << lines;
+    EXPECT_EQ(log.take(), "-[HNMbaseViewController dealloc]\n"   // of the sub-view
+                          "-[HNFileTypeViewManager dealloc]\n"
+                          "Class dealloc HNFileTypeViewManager\n"
+                          "Class dealloc HNFileTypeViewModel\n"
+                          "-[HNMbaseViewController dealloc]");
 }
 
 // ---------------------------------------------------------------- toolkit versions

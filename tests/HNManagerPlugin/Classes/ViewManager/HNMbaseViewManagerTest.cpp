@@ -108,6 +108,65 @@ TEST_F(ManagerOfAList, theSpinnerTurnsWhileItLoads) {
     EXPECT_FALSE(isTurning());
 }
 
+namespace {
+
+class PanelLoggingManager : public HNMbaseViewManager {
+public:
+    EventLog log;
+    void setNoSearchResultViewHidden(bool hidden) override {
+        log.add(hidden ? "panel hidden" : "panel shown");
+        HNMbaseViewManager::setNoSearchResultViewHidden(hidden);
+    }
+    void logFlags() {
+        const auto flag = [this](const char *name) {
+            return [this, name](const bool &hidden) { log.add(name + std::string(hidden ? " hidden" : " shown")); };
+        };
+        noSearchResultViewCtrl->hiddenNoDataInfo.observe(flag("no-data"));
+        noSearchResultViewCtrl->hiddenNoSearchFieldInfo.observe(flag("no-search"));
+        noSearchResultViewCtrl->hiddenRemindString.observe(flag("line"));
+        (void)log.take();
+    }
+};
+
+}  // namespace
+
+TEST(Panel, setsItsFlagsInOrderAndLeavesTheRestAlone) {
+    PluginWorld world;
+    const auto manager = make<PanelLoggingManager>();
+    const auto model = make<ListModel>();
+    manager->initViewModel(model);
+    manager->logFlags();
+    const auto spinner = manager->noSearchResultViewCtrl->animationImageView.lock();
+    const auto line = [&] { return manager->noSearchResultViewCtrl->remindString.lock()->stringValue(); };
+    const auto turns = [&] { return spinner->layer()->animationForKey("RotationAnimation") != nullptr; };
+
+    manager->showLoadingAnimationView_hiddenView("wait", true);
+    EXPECT_EQ(manager->log.take(), "panel hidden\nno-data hidden\nno-search hidden\nline shown");
+    EXPECT_FALSE(turns());   // a block of the main queue adds it
+    world.settle();
+    EXPECT_TRUE(turns());
+    manager->updateLoadingProgress("12%");
+    EXPECT_EQ(manager->log.take(), "panel shown\nno-data hidden\nno-search hidden\nline shown");
+    EXPECT_EQ(line(), "12%");
+    manager->showNoSearchResultView();
+    EXPECT_EQ(manager->log.take(), "panel shown\nno-data hidden\nno-search shown\nline hidden");
+    EXPECT_EQ(line(), "12%");
+    EXPECT_TRUE(turns());
+    EXPECT_TRUE(spinner->isHidden());
+    manager->showNoDataView_hiddenView("none", false);
+    EXPECT_EQ(manager->log.take(), "panel shown\nno-data shown\nno-search hidden\nline shown");
+    EXPECT_EQ(line(), "none");
+    EXPECT_FALSE(turns());
+}
+
+TEST_F(ManagerOfAList, withoutAModelThereIsNoData) {
+    manager_->viewModel.reset();
+    load();
+    world_.settle();
+    EXPECT_EQ(panel(), "NoDataPicture RemindText \"no rows here\"");
+    EXPECT_EQ(log_.take(), "complete");
+}
+
 TEST_F(ManagerOfAList, theCompletionRunsWhenTheManagerHasGone) {
     load();
     manager_ = nullptr;

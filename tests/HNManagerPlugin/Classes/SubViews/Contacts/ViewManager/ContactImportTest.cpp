@@ -75,7 +75,7 @@ TEST_F(ContactImport, addsTheCardsAndReadsAnew) {
     answers.at("2 came").press("MessageDialog_Ok");
     import("book.vcf", cards({"Bob", "Cid"}), answers);
     EXPECT_EQ(log.take(), "open panel\n"
-                          "button: FileManager_Cancel 5\ncolour button hidden\nmain: ContactView_waitImport\n"
+                          "button: FileManager_Cancel 5\nmain: ContactView_waitImport\n"
                           "asks ContactView_ImportWindowTitle|ContactView_waitImport [FileManager_Cancel]\n"
                           "main: 1 of 2\nmain: 2 of 2\nbutton: MessageDialog_Ok 15\nmain: 2 came\n"
                           "presses MessageDialog_Ok");

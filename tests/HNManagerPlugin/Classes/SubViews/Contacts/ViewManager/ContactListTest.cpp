@@ -22,9 +22,8 @@ TEST_F(ContactListing, aHeaderSortPutsThemBehindToo) {
     }
     EXPECT_EQ(rows(), "Bob Ann (b) -");
     EXPECT_EQ(model_->selectedEntity->name.get(), "Bob");
-    EXPECT_EQ(model_->globalArray->count(), 4U);
-    for (const auto &contact : device_->stored)
-        EXPECT_TRUE(model_->globalArray->containsObject(contact));
+    // sorted at the load alone, its rows moved by where those on show stood: twice, "Ann Bob - (b)" lost an end to its back
+    EXPECT_EQ(rows(*model_->globalArray), "- (b) Ann Bob");
 }
 
 TEST_F(ContactListing, givesContactsWithoutPictureTheDefaultOne) {
