@@ -1,6 +1,8 @@
 #include "host/services/HostDeviceLayer.h"
 
+#include "device/bookmarks/BookmarkStore.h"
 #include "device/contacts/AddressBookStore.h"
+#include "host/services/RecordingBookmarks.h"
 #include "host/services/RecordingContacts.h"
 #include "toolkit/dispatch/Queue.h"
 #include "toolkit/services/NSNotificationCenter.h"
@@ -38,11 +40,21 @@ public:
         return contacts_;
     }
 
+    [[nodiscard]] std::shared_ptr<CBookmarkManagerImpl> bookMarkInterface() override {
+        const std::scoped_lock lock(mutex_);
+        if (!bookmarks_) {
+            const auto store = device::bookmarks::BookmarkStore::open(session_->tree());
+            bookmarks_ = alloc<RecordingBookmarks>(store, store->failures(), record_);
+        }
+        return bookmarks_;
+    }
+
 private:
     std::mutex mutex_;
     std::shared_ptr<device::Session> session_;
     std::shared_ptr<OperationRecord> record_;
     std::shared_ptr<RecordingContacts> contacts_;
+    std::shared_ptr<RecordingBookmarks> bookmarks_;
 };
 
 void postSwitch() {
