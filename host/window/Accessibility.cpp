@@ -327,6 +327,17 @@ void dump(NSView &view, std::size_t depth, std::string &text) {
             dump(*below, depth + 1, text);
 }
 
+// A bare box or button in a row speaks of that row, one in a header of all rows.
+std::string nameByPlace(NSView &view) {
+    for (auto above = view.superview(); above; above = above->superview()) {
+        if (dynamic_cast<NSTableRowView *>(above.get()))
+            return textsIn(*above);
+        if (dynamic_cast<NSTableHeaderView *>(above.get()))
+            return QObject::tr("All rows").toStdString();
+    }
+    return {};
+}
+
 }  // namespace
 
 std::string accessibleNameOf(NSView &view) {
@@ -343,6 +354,8 @@ std::string accessibleNameOf(NSView &view) {
         return textsIn(view);
     else if (const auto *segments = dynamic_cast<const NSSegmentedControl *>(&view))
         name = segments->labelForSegment(segments->selectedSegment());
+    if (name.isEmpty() && dynamic_cast<const NSButton *>(&view) && view.toolTip().isEmpty())
+        return nameByPlace(view);
     return name.isEmpty() ? view.toolTip().str() : name.str();
 }
 

@@ -35,6 +35,20 @@ QString charactersOf(const QKeyEvent &event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter ? QStringLiteral("\r") : event.text();
 }
 
+NSEventType typeOf(const QKeyEvent &event) {
+    switch (event.key()) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+        return NSEventType::flagsChanged;
+    default:
+        return event.type() == QEvent::KeyRelease ? NSEventType::keyUp : NSEventType::keyDown;
+    }
+}
+
 }  // namespace
 
 std::optional<std::uint16_t> keyCodeOf(int qtKey) {
@@ -61,7 +75,7 @@ std::shared_ptr<NSEvent> keyEventOf(const QKeyEvent &event) {
     const bool isBacktab = event.key() == Qt::Key_Backtab;
     return NSEvent::key(keyCodeOf(event.key()).value_or(kNoHardwareKey), toolkitString(charactersOf(event)),
                         modifiersOf(event.modifiers()) | (isBacktab ? NSEventModifierFlagShift : 0),
-                        event.type() == QEvent::KeyRelease ? NSEventType::keyUp : NSEventType::keyDown);
+                        typeOf(event));
 }
 
 }  // namespace host

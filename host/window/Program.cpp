@@ -18,7 +18,6 @@
 #include "host/window/Notices.h"
 #include "host/window/QtLoopHost.h"
 #include "host/window/QtText.h"
-#include "host/window/ScrollPart.h"
 #include "host/window/Shell.h"
 #include "host/window/Theme.h"
 #include "host/window/ViewSurface.h"
@@ -27,7 +26,6 @@
 #include "toolkit/services/NSBundle.h"
 #include "toolkit/services/NSLog.h"
 #include "toolkit/views/NSApplication.h"
-#include "toolkit/views/NSScrollView.h"
 
 namespace host {
 
@@ -143,7 +141,6 @@ public:
         Theme::use(options.theme.value_or(Theme::ofSystem()));
         setSystemFontFamily(QFontDatabase::systemFont(QFontDatabase::GeneralFont).family());
         TextMeasurer::install(std::make_shared<QtTextMeasurer>());
-        NSScrollView::setScrollerWidth(ScrollPart::kWidth);
         const QRect screen = QApplication::primaryScreen()->geometry();
         NSWindow::setScreenFrame({0, 0, double(screen.width()), double(screen.height())});
         installAccessibility();
@@ -191,6 +188,7 @@ private:
         if (shell_->isClosed())
             return kFailed;
         WindowMirror &mirror = *presenter_->mirrorOf(*shell_->window());
+        mirror.surface().syncParts();
         mirror.surface().syncParts();
         QApplication::sendPostedEvents();
         if (mirror.grab().save(options_.screenshot))

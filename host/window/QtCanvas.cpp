@@ -106,7 +106,7 @@ void QtCanvas::onPolygon(const std::vector<NSPoint> &points, const NSColor &colo
 }
 
 void QtCanvas::onLine(NSPoint from, NSPoint to, const NSColor &color, double lineWidth) {
-    painter_.setPen(QPen(theme_.fill(color), lineWidth, Qt::SolidLine, Qt::RoundCap));
+    painter_.setPen(QPen(theme_.stroke(color), lineWidth, Qt::SolidLine, Qt::RoundCap));
     painter_.drawLine(qtPoint(from), qtPoint(to));
 }
 
@@ -125,6 +125,8 @@ void QtCanvas::onText(const NSString &text, const std::shared_ptr<NSAttributedSt
     const QString whole = qtString(text);
     const QRectF area = qtRect(rect);
     painter_.setFont(qtFont(style.font));
+    // By its own first letter, not by the program's direction: a phone number stays as it is.
+    painter_.setLayoutDirection(whole.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     painter_.setPen(style.color ? theme_.text(*style.color) : theme_.plainText());
     const double line = QFontMetricsF(painter_.font()).height();
     const bool hasOneLine = !whole.contains(u'\n') && (style.lineBreak != LineBreak::wrap || area.height() < 2 * line);
@@ -159,6 +161,7 @@ void QtCanvas::paintParagraph(const QString &text, const std::shared_ptr<NSAttri
     if (attributed)
         layout.setFormats(formatsOf(*attributed, theme_));
     QTextOption option(sideOf(style.alignment));
+    option.setTextDirection(painter_.layoutDirection());
     option.setWrapMode(style.lineBreak == LineBreak::wrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::ManualWrap);
     layout.setTextOption(option);
     layout.beginLayout();

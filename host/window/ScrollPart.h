@@ -11,7 +11,7 @@ namespace host {
 
 class ScrollPart final : public NativePart {
 public:
-    static constexpr int kWidth = 14;
+    static constexpr int kWidth = 14;   // over the edge of the content, as views leave no room for it
     [[nodiscard]] static std::unique_ptr<NativePart> make(ViewSurface &surface, const std::shared_ptr<NSView> &view);
     ScrollPart(ViewSurface &surface, const std::shared_ptr<NSScrollView> &view);
     ~ScrollPart() override;

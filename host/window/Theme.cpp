@@ -70,20 +70,18 @@ QColor Theme::turned(const NSColor &color) const {
 }
 
 QColor Theme::fill(const NSColor &color) const {
-    const QColor plain = turned(color);
-    const bool carriesText = plain.hslSaturationF() > kColoured && plain.alphaF() >= kFaint;
-    if (!carriesText || luminance(qtColor(color)) > kAlmostWhite)
-        return plain;
-    // White text stands on such areas, and dark text in the dark theme.
-    return kind_ == ThemeKind::light ? readableOn(plain, Qt::white, -0.01) : readableOn(plain, ground(), 0.01);
+    const QColor own = qtColor(color);
+    const bool carriesText = own.hslSaturationF() > kColoured && own.alphaF() >= kFaint && luminance(own) <= kAlmostWhite;
+    return carriesText ? readableOn(own, Qt::white, -0.01) : turned(color);   // white text stands on such areas
 }
 
 QColor Theme::text(const NSColor &color) const {
-    const QColor plain = turned(color);
     if (luminance(qtColor(color)) > kAlmostWhite)
-        return plain;
-    return readableOn(plain, window(), kind_ == ThemeKind::light ? -0.01 : 0.01);
+        return qtColor(color);
+    return readableOn(turned(color), window(), kind_ == ThemeKind::light ? -0.01 : 0.01);
 }
+
+QColor Theme::stroke(const NSColor &color) const { return luminance(qtColor(color)) > kAlmostWhite ? qtColor(color) : fill(color); }
 
 QColor Theme::window() const { return kind_ == ThemeKind::light ? QColor(244, 245, 246) : QColor(40, 41, 43); }
 QColor Theme::ground() const { return kind_ == ThemeKind::light ? QColor(255, 255, 255) : QColor(33, 33, 33); }

@@ -1,8 +1,9 @@
 // Light and dark: the palette of native parts, and what the colours that views paint with become.
 //
 // Views name colours for a light window. A light theme keeps them, but for coloured ones that are too pale to be read on
-// white, or white on them: those are deepened. A dark theme turns lightness round and keeps the hue. What comes out has a
-// contrast of kTextContrast or better between any text and the plain grounds, in both themes.
+// white, or white on them: those are deepened. A dark theme turns lightness round and keeps the hue, but leaves coloured
+// areas and the white on them as they are. What comes out has a contrast of kTextContrast or better between any text and
+// the plain grounds, and between white and a coloured area, in both themes.
 // Threads: main, but for the colour functions, which any thread may call.
 #pragma once
 
@@ -28,8 +29,10 @@ public:
     [[nodiscard]] static ThemeKind ofSystem();
 
     [[nodiscard]] ThemeKind kind() const { return kind_; }
-    // Areas, lines, polygons.
+    // Areas, edges, polygons.
     [[nodiscard]] QColor fill(const NSColor &color) const;
+    // Lines of a mark; a white one stands on a coloured area.
+    [[nodiscard]] QColor stroke(const NSColor &color) const;
     // Glyphs. A text that is almost white is taken to stand on a coloured area, others on the plain ground.
     [[nodiscard]] QColor text(const NSColor &color) const;
     [[nodiscard]] QColor window() const;        // behind everything

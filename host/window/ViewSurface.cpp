@@ -174,6 +174,7 @@ void ViewSurface::paintEvent(QPaintEvent *event) {
     if (isSyncDue_)
         syncParts();
     QPainter painter(this);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
     const auto window = this->window();
     const Theme &theme = Theme::current();

@@ -3,18 +3,17 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QMouseEvent>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
 
 #include "host/window/QtText.h"
-#include "host/window/ScrollPart.h"
 #include "host/window/ViewSurface.h"
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/dispatch/MainLoop.h"
 #include "toolkit/dispatch/Queue.h"
 #include "toolkit/views/NSApplication.h"
-#include "toolkit/views/NSScrollView.h"
 
 WindowWorld::WindowWorld(host::ThemeKind theme) {
     dispatch::reset(dispatch::makeRealClock());
@@ -25,7 +24,6 @@ WindowWorld::WindowWorld(host::ThemeKind theme) {
     NSApplication::resetShared();
     host::setSystemFontFamily(QStringLiteral("DejaVu Sans"));
     TextMeasurer::install(std::make_shared<host::QtTextMeasurer>());
-    NSScrollView::setScrollerWidth(host::ScrollPart::kWidth);
     host::Theme::use(theme);
     presenter_ = host::QtPresenter::install();
 }
@@ -34,7 +32,6 @@ WindowWorld::~WindowWorld() {
     presenter_->uninstall();
     serve();
     TextMeasurer::install(nullptr);
-    NSScrollView::setScrollerWidth(0);
     NSApplication::resetShared();
     dispatch::setFailureSink({});
     dispatch::setLoopHost(nullptr);
@@ -101,6 +98,14 @@ void WindowWorld::doubleClickAt(NSView &view, NSPoint pointInView) {
     const Target target = targetAt(surfaceOf(view), view, pointInView);
     QTest::mouseClick(target.widget, Qt::LeftButton, {}, target.point);
     QTest::mouseDClick(target.widget, Qt::LeftButton, {}, target.point);
+    QTest::mouseRelease(target.widget, Qt::LeftButton, {}, target.point);   // as a screen sends it
+}
+
+void WindowWorld::moveMouse(NSView &view, NSPoint pointInView) {
+    host::ViewSurface &surface = surfaceOf(view);
+    const QPointF place = surface.rectOf(view, {pointInView, {0, 0}}).topLeft();
+    QMouseEvent event(QEvent::MouseMove, place, surface.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&surface, &event);
 }
 
 void WindowWorld::wheel(NSView &view, int notches) {

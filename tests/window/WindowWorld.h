@@ -40,6 +40,7 @@ public:
     void click(NSView &view, Qt::KeyboardModifiers modifiers = {});
     void clickAt(NSView &view, NSPoint pointInView, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton);
     void doubleClickAt(NSView &view, NSPoint pointInView);
+    void moveMouse(NSView &view, NSPoint pointInView);
     void wheel(NSView &view, int notches);
     // To the widget that has the keyboard.
     void type(const QString &text);
