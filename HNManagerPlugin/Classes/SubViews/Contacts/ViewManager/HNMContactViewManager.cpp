@@ -17,11 +17,17 @@ HN_CLASS_TABLE(HNMContactViewManager, HNTableViewManager,
                    .key("toVcardTitle", &HNMContactViewManager::toVcardTitle)
                    .key("toCSVTitle", &HNMContactViewManager::toCSVTitle)
                    .key("deviceDisconnected", &HNMContactViewManager::deviceDisconnected)
+                   .key("dupcontactsArray",
+                        [](NSObject &o) {
+                            return Value(Value::List(static_cast<HNMContactViewManager &>(o).dupcontactsArray));
+                        })
                    .selector("initContactManager", &HNMContactViewManager::initContactManager)
                    .selector("refreshContactFunc", &HNMContactViewManager::refreshContactFunc)
                    .selector("showSelectedContactInfoAtRow:", &HNMContactViewManager::showSelectedContactInfoAtRow)
                    .selector("onImportButton:", &HNMContactViewManager::onImportButton)
-                   .selector("deviceDidDisconnect:", &HNMContactViewManager::deviceDidDisconnect))
+                   .selector("onDeleteButton:", &HNMContactViewManager::onDeleteButton)
+                   .selector("duplicateClick:", &HNMContactViewManager::duplicateClick)
+                   .selector("deviceDisConnectNotify:", &HNMContactViewManager::deviceDisConnectNotify))
 
 // ---------------------------------------------------------------- start
 
@@ -32,10 +38,10 @@ void HNMContactViewManager::viewDidLoad() {
     initDisableiCloudImage();
     initContactManager();
     NSNotificationCenter::defaultCenter().addObserver_selector_name_object(
-        selfOf(this), "deviceDidDisconnect:", NMobileDeviceDisConnectionDidChangeNotification);
+        selfOf(this), "deviceDisConnectNotify:", NMobileDeviceDisConnectionDidChangeNotification);
 }
 
-void HNMContactViewManager::deviceDidDisconnect(const id &) { deviceDisconnected = true; }
+void HNMContactViewManager::deviceDisConnectNotify(const id &) { deviceDisconnected = true; }
 
 void HNMContactViewManager::initDisableiCloudImage() {
     const auto picture = [](const char *name) {
@@ -185,6 +191,22 @@ void HNMContactViewManager::searchField_(const id &sender) {
         showSelectedContactInfoAtRow(0);
     const auto noResult = noSearchField.lock();
     setTableHidden(noResult && !noResult->isHidden());
+}
+
+NSArray HNMContactViewManager::selectedRows() const {
+    const auto controller = arrayController();
+    return controller ? controller->selectedObjects() : NSArray();
+}
+
+std::int64_t HNMContactViewManager::openWindow(const ResultWindow &window, const NSString &contents) {
+    const auto parts = make<NSMutableDictionary>();
+    const auto text = [](const char *key) { return key ? localized(key) : NSString(); };
+    parts->setObject_forKey(contents, "Contents");
+    parts->setObject_forKey(text(window.title), "Title");
+    parts->setObject_forKey(text(window.leftButton), "leftButtonTitle");
+    parts->setObject_forKey(text(window.rightButton), "rightButtonTitle");
+    parts->setObject_forKey(NSString(window.icon), "iconName");
+    return progressWindows().openOperationResultWindowContents_type(parts, window.type);
 }
 
 void HNMContactViewManager::deSelectAllContactGroup() {

@@ -21,7 +21,7 @@ public:
     std::weak_ptr<NSTableView> detailTableView;   // nib outlet
     Property<bool> editEnabled;   // of the menu's edit entry: one row is selected
     Property<NSString> editTitle, toVcardTitle, toCSVTitle;   // of the menu's entries
-    NSArray dupcontactsArray;   // the groups of the last duplicate search
+    NSArray dupcontactsArray;   // of DupContactGroupModel: the last search's groups
     bool deviceDisconnected = false;
 
     void viewDidLoad() override;
@@ -41,7 +41,15 @@ public:
     void deSelectAllContactGroup();
 
     void onImportButton(const id &sender);
-    void deviceDidDisconnect(const id &notification);
+    // Deletes the rows that are selected at the click; reads nothing anew.
+    void onDeleteButton(const id &sender);
+    // The question before; 1 goes on.
+    [[nodiscard]] std::int64_t openDeleteDialog();
+    // Searches in the background behind a message, then startDuplicate.
+    void duplicateClick(const id &sender);
+    // Shows the groups in the merge window and merges what the person left ticked. Returns before the merges are done.
+    void startDuplicate();
+    void deviceDisConnectNotify(const id &notification);
 
     void tableViewSelectionDidChange(NSTableView &table) override;
     void tableView_sortDescriptorsDidChange(NSTableView &table, const NSSortDescriptors &old) override;
@@ -52,6 +60,7 @@ protected:
     virtual void _GALogContactImport();
     virtual void _GALogImportCSV();
     virtual void _GALogImportCard();
+    virtual void _GALogContactDelete();
 
 private:
     [[nodiscard]] bool showsCloudPanel();
@@ -68,6 +77,17 @@ private:
     [[nodiscard]] static NSString importFolder();
     void reportImportOf(const NSString &path);
     void importContacts(const ContactList &contacts);
+    [[nodiscard]] NSArray selectedRows() const;
+    void deleteContacts(const ContactList &contacts);
+    void removeDeleted(const NSArray &deleted);
+    void merge(const ContactList &survivors, const HNMPublicProgressWindow &progress);   // the worker's
+    void showMerged(std::int64_t index, std::int64_t total);
+    // Keys of the window's texts; see ProgressWindowHost for what the types mean.
+    struct ResultWindow {
+        const char *title, *icon, *leftButton, *rightButton;
+        std::int64_t type;
+    };
+    [[nodiscard]] std::int64_t openWindow(const ResultWindow &window, const NSString &contents);
 
     std::shared_ptr<NSFont> measuringFont_;
 };

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRepeatCheck.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/DuplicateSearch.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/VCardFileReader.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
 #include "HNManagerPlugin/contracts/RVFoundation/RVLoger.h"
@@ -43,17 +44,17 @@ HN_CLASS_TABLE(HNMContactViewModel, HNMbaseViewModel,
                              })
                    .selector("moveSpecialCharactersToBack", &HNMContactViewModel::moveSpecialCharactersToBack)
                    .selector("showSelectRowContactDetailInfo:", &HNMContactViewModel::showSelectRowContactDetailInfo)
-                   .selector("deviceDidDisconnect:", &HNMContactViewModel::deviceDidDisconnect))
+                   .selector("deviceDisConnectNotify:", &HNMContactViewModel::deviceDisConnectNotify))
 
 void HNMContactViewModel::init() {
     HNMbaseViewModel::init();
     selectedEntity = make<HNContactEntity>();
     contactGroup = make<NSMutableArray>();
     NSNotificationCenter::defaultCenter().addObserver_selector_name_object(
-        selfOf(this), "deviceDidDisconnect:", NMobileDeviceDisConnectionDidChangeNotification);
+        selfOf(this), "deviceDisConnectNotify:", NMobileDeviceDisConnectionDidChangeNotification);
 }
 
-void HNMContactViewModel::deviceDidDisconnect(const id &) { deviceDisconnected = true; }
+void HNMContactViewModel::deviceDisConnectNotify(const id &) { deviceDisconnected = true; }
 
 CContactManagerImpl *HNMContactViewModel::contacts() {
     if (!contactM)
@@ -182,6 +183,21 @@ ContactList HNMContactViewModel::combineImportRepeatContacts(ContactList records
     if (!records.empty())
         ContactRepeatCheck(contactsOf(contents->snapshot())).combineImportRepeatContacts(records);
     return records;
+}
+
+// ---------------------------------------------------------------- duplicates
+
+DupContactGroups HNMContactViewModel::findDuplicateContacts() {
+    return DuplicateSearch::groupsOf(
+        contactsOf(contents->snapshot()), [this] { return deviceDisconnected.get(); },
+        [](std::string_view line) { RVLog(NSString(line)); });
+}
+
+bool HNMContactViewModel::combineRepeatContacts_newContact_toGroup(const ContactList &group,
+                                                                   const std::shared_ptr<ZpContactDataInfo> &merged,
+                                                                   const ContactGroupList &groups) {
+    CContactManagerImpl *const device = contacts();
+    return device && device->combineRepeatContacts_newContact_toGroup(group, merged, groups);
 }
 
 // ---------------------------------------------------------------- the device

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactSearch.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/DupContactGroupModel.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/HNContactEntity.h"
 #include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/CContactManagerImpl.h"
@@ -45,6 +46,10 @@ public:
     [[nodiscard]] std::shared_ptr<ZpContactDataInfo> isContactRepeat(const std::shared_ptr<ZpContactDataInfo> &record);
     ContactList combineImportRepeatContacts(ContactList records);
 
+    // ------------------------------------------------------------ duplicates; see DuplicateSearch.h
+    // Of the contacts on show. Any queue; ends early, with the groups that are finished, when the device goes away.
+    [[nodiscard]] DupContactGroups findDuplicateContacts();
+
     // ------------------------------------------------------------ the device; each blocks
     // An empty list still brings one call, with 0, 0, -1.
     void importContactsFromArray_CallBack(const ContactList &contacts,
@@ -54,8 +59,11 @@ public:
     bool addContactToDevice_addToGroup(const std::shared_ptr<ZpContactDataInfo> &contact,
                                        const ContactGroupList &groups);
     std::int64_t editContactsFromArray(const ContactList &contacts);
+    // `merged` is one of the group: the others go.
+    bool combineRepeatContacts_newContact_toGroup(const ContactList &group, const std::shared_ptr<ZpContactDataInfo> &merged,
+                                                  const ContactGroupList &groups);
 
-    void deviceDidDisconnect(const id &notification);
+    void deviceDisConnectNotify(const id &notification);
 
     // The contacts of a list of rows, in its order.
     [[nodiscard]] static ContactList contactsOf(const NSArray &rows);

@@ -47,6 +47,41 @@ void MemoryContacts::addNewContacts_toGroups_progress(const ContactList &contact
     }
 }
 
+void MemoryContacts::deleteContactsOrGroups_callBack(const ContactList &contacts, const DeleteProgress &progress) {
+    log.add("delete " + std::to_string(contacts.size()));
+    const auto total = static_cast<std::int64_t>(contacts.size());
+    bool stop = false;
+    for (std::int64_t i = 0; i < total && !stop; ++i) {
+        const auto &contact = contacts[static_cast<std::size_t>(i)];
+        if (secondsPerContact > 0)
+            dispatch::sleepFor(std::chrono::seconds(secondsPerContact));
+        const bool fails = std::ranges::find(refused, contact->completeName()) != refused.end();
+        if (!fails)
+            std::erase(stored, contact);
+        progress(i, total, contact, !fails, &stop);
+    }
+}
+
+bool MemoryContacts::combineRepeatContacts_newContact_toGroup(const ContactList &contacts,
+                                                              const std::shared_ptr<ZpContactDataInfo> &merged,
+                                                              const ContactGroupList &into) {
+    std::string text = "merge";
+    for (const auto &contact : contacts)
+        text += " " + contact->pKey().str();
+    text += " into " + merged->pKey().str();
+    for (const auto &group : into)
+        text += " of " + group->groupName.str();
+    log.add(text);
+    if (secondsPerContact > 0)
+        dispatch::sleepFor(std::chrono::seconds(secondsPerContact));
+    if (std::ranges::find(refused, merged->completeName()) != refused.end())
+        return false;
+    for (const auto &contact : contacts)
+        if (contact != merged)
+            std::erase(stored, contact);
+    return true;
+}
+
 ContactCategory::ContactCategory() : device_(make<MemoryContacts>()), fake_(contextOf(device_)) {}
 
 ContactCategory::~ContactCategory() {
@@ -114,4 +149,11 @@ void ContactCategory::click(const char *identifier) {
     const auto button = std::dynamic_pointer_cast<NSButton>(controller_->view()->viewWithIdentifier(identifier));
     ASSERT_TRUE(button) << identifier;
     button->performClick();
+}
+
+void ContactCategory::select(std::vector<std::size_t> rows) {
+    NSMutableIndexSet set;
+    for (const std::size_t row : rows)
+        set.addIndex(row);
+    table_->selectRowIndexes_byExtendingSelection(set, false);
 }

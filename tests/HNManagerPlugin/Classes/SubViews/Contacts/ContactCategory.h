@@ -8,7 +8,8 @@
 #include "tests/support/FakeDevice.h"
 #include "tests/support/PluginWorld.h"
 
-// Says in its log what it was asked for. Adding keeps the order; contacts whose last name stands in `refused` fail.
+// Says in its log what it was asked for. Adding keeps the order; adding contacts whose last name, and deleting those
+// whose display name stands in `refused` fails.
 class MemoryContacts : public CContactManagerImpl {
 public:
     ContactList stored;
@@ -27,14 +28,13 @@ public:
     void addNewContacts_toGroups_progress(const ContactList &contacts, const ContactGroupList &groups,
                                           const AddProgress &progress) override;
     std::int64_t editContacts_onGroups(const ContactList &, const ContactGroupList &) override { return 0; }
-    void deleteContactsOrGroups_callBack(const ContactList &, const DeleteProgress &) override {}
+    void deleteContactsOrGroups_callBack(const ContactList &contacts, const DeleteProgress &progress) override;
     void exportContactsToVCFFile_toPath(const ContactList &, const NSString &) override {}
     void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &, const NSString &,
                                                           const ExportFinish &) override {}
+    // Refuses a survivor whose display name stands in `refused`.
     bool combineRepeatContacts_newContact_toGroup(const ContactList &, const std::shared_ptr<ZpContactDataInfo> &,
-                                                  const ContactGroupList &) override {
-        return false;
-    }
+                                                  const ContactGroupList &) override;
 
 private:
     ContactList read_;
@@ -55,6 +55,7 @@ protected:
     bool search(const NSString &text);   // whether the table shows
     [[nodiscard]] bool isTableShown() const { return !table_->isHidden(); }
     void click(const char *identifier);
+    void select(std::vector<std::size_t> rows);
     [[nodiscard]] std::shared_ptr<ZpContactDataInfo> add(const NSString &name);
 
     PluginWorld world_;

@@ -1,0 +1,241 @@
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/DuplicateSearch.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRules.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+
+namespace {
+
+using namespace contactRules;
+using Person = std::shared_ptr<ZpContactDataInfo>;
+
+Person person(const char *name, std::vector<const char *> phones = {}, std::vector<const char *> emails = {}) {
+    auto made = make<ZpContactDataInfo>();
+    made->setCompleteName(name);
+    for (const char *phone : phones)
+        made->mutable_phone_numbers().push_back({"", phone});
+    for (const char *email : emails)
+        made->mutable_emails().push_back({"", email});
+    return made;
+}
+
+Person at(const char *company, const char *name, std::vector<const char *> phones = {}) {
+    auto made = person(name, std::move(phones));
+    made->setCompany_name(company);
+    return made;
+}
+
+// Positions, "1 2 0 | 4 3": the opener last.
+std::string text(const DupContactGroups &groups, const ContactList &contacts) {
+    std::string text;
+    for (const auto &group : groups) {
+        text += text.empty() ? "" : " |";
+        for (const auto &contact : group->dupContactGroupArray)
+            text += (text.empty() ? "" : " ") + std::to_string(std::ranges::find(contacts, contact) - contacts.begin());
+    }
+    return text;
+}
+
+// ---------------------------------------------------------------- the rule
+
+struct Row {
+    const char *name;
+    ContactList contacts;
+    const char *groups;
+};
+class Duplicates : public testing::TestWithParam<Row> {};
+
+TEST_P(Duplicates, areGrouped) {
+    const ContactList &contacts = GetParam().contacts;
+    EXPECT_EQ(text(DuplicateSearch::groupsOf(contacts), contacts), GetParam().groups);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rule, Duplicates,
+    testing::Values(
+        Row{"none", {}, ""}, Row{"one", {person("Ann")}, ""},
+        Row{"sameName", {person("Ann"), person("Bob"), person("ANN"), person("ann")}, "2 3 0"},
+        Row{"namelessOnesNeverAgreeByName", {person(""), person(""), person(nullptr)}, ""},
+        Row{"namelessOnesAgreeByNumber", {person("", {"1"}), person("", {"1"})}, "1 0"},
+        Row{"otherNotes",
+            {person("Ann"), [] {
+                 auto ann = person("Ann");
+                 ann->setNotes("x");
+                 return ann;
+             }()},
+            ""},
+        Row{"absentCountsAtTheLaterOneAlone", {at("Acme", "Ann"), at(nullptr, "Ann"), at("acme", "Ann")}, "1 2 0"},
+        Row{"presentAgainstAnAbsentOpener", {at(nullptr, "Ann"), at("Acme", "Ann")}, ""},
+        Row{"anAbsentNameIsAnything", {person("Ann"), person(nullptr), person("Bob")}, "1 0"},
+        Row{"numbersAreComparedWithTheirLabel",
+            {person("Ann", {"1"}), [] {
+                 auto bob = person("Bob");
+                 bob->mutable_phone_numbers() = {{"home", "1"}};
+                 return bob;
+             }()},
+            ""},
+        Row{"numbersAreComparedExactly", {person("Ann", {"1-1"}), person("Bob", {"11"})}, ""},
+        Row{"emptyNumbersCountForTheOpener", {person("Ann", {""}), person("Bob", {""})}, "1 0"},
+        Row{"emptyNumbersDoNotCountLater", {person("Ann", {"1"}), person("Bob", {"1", ""}), person("Cid", {""})}, "1 0"},
+        Row{"emailsAreNotAskedWhereBothHaveNumbers",
+            {person("Ann", {"1"}, {"a@b"}), person("Bob", {"2"}, {"a@b"}), person("Cid", {}, {"a@b"})},
+            "2 1 0"},
+        Row{"chainByNumbers",
+            {person("Ann", {"1"}), person("Cid", {"2"}), person("Bob", {"1", "2"}), person("Dan", {"2", "3"}), person("Eve", {"3"})},
+            "2 1 3 4 0"},
+        Row{"chainByNameEndsIt", {person("Ann", {"1"}), person("Bob", {"1", "2"}), person("Bob", {"2"}), person("Cid", {"2"})},
+            "1 3 2 0"},
+        Row{"aNameAloneBringsNobodyInLater", {person("Ann", {"1"}), person("Bob", {"1"}), person("Bob", {"3"})}, "1 0"},
+        Row{"whoIsLeftOpensTheNextGroup",
+            {person("Ann"), person("Bob"), person("ann"), person("Cid"), person("BOB")},
+            "2 0 | 4 1"}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(DuplicateSearch, stopsWithTheGroupsThatAreFinished) {
+    const ContactList contacts{person("Ann"), person("Bob"), person("Ann"), person("Bob")};
+    int asked = 0;
+    const auto groups = DuplicateSearch::groupsOf(contacts, [&] { return ++asked == 3; });
+    EXPECT_EQ(text(groups, contacts), "2 0");
+}
+
+TEST(DuplicateSearch, leavesTheContactsAsTheyAre) {
+    const auto one = person("Ann"), two = person("Ann");
+    one->mutable_urls() = {{"", "b"}, {"", "a"}};
+    two->mutable_urls() = {{"", "a"}, {"", "b"}};
+    const std::string before = described({one, two});
+    EXPECT_EQ(DuplicateSearch::groupsOf({one, two}).size(), 1U);
+    EXPECT_EQ(described({one, two}), before);
+}
+
+// ---------------------------------------------------------------- against the plain way
+
+template <class Record>
+bool shares(const std::vector<Record> &left, const std::vector<Record> &right, NSString Record::*field, bool fullOnly) {
+    for (const Record &record : left)
+        if ((!fullOnly || !(record.*field).isEmpty()) && std::ranges::find(right, record) != right.end())
+            return true;
+    return false;
+}
+
+bool shares(const ZpContactDataInfo &c, const ZpContactDataInfo &h, bool fullOnly) {
+    if (!c.phone_numbers().empty() && !h.phone_numbers().empty())
+        return shares(c.phone_numbers(), h.phone_numbers(), &ZpPhoneNumberDataInfo::phone_number, fullOnly);
+    return shares(c.emails(), h.emails(), &ZpEmailDataInfo::email, fullOnly);
+}
+
+struct Plain {
+    std::string groups, log;
+};
+
+Plain plainly(const ContactList &contacts) {
+    Plain plain;
+    DupContactGroups groups;
+    ContactList w = contacts;
+    while (w.size() >= 2) {
+        plain.log += ">>> Index: " + std::to_string(w.size()) + "\n";
+        const Person h = w.front();
+        w.erase(w.begin());
+        ContactList r, g;
+        for (const Person &c : w) {
+            const bool isIn = checkContactItem_sameAs(*c, *h) && (checkContactName_sameAs(*c, *h) || shares(*c, *h, false));
+            (isIn ? g : r).push_back(c);
+        }
+        for (ContactList f = g; !r.empty();) {
+            bool found = false;
+            ContactList m, rest;
+            for (const Person &d : r) {
+                bool isIn = false;
+                for (const Person &other : f) {
+                    if (!checkContactItem_sameAs(*d, *other))
+                        continue;
+                    if (checkContactName_sameAs(*d, *other))
+                        found = true;
+                    else if (shares(*d, *other, true))
+                        isIn = found = true;
+                }
+                (isIn ? m : rest).push_back(d);
+            }
+            if (!found)
+                break;
+            g.insert(g.end(), m.begin(), m.end());
+            r = rest;
+            f = m;
+            plain.log += "--- " + std::to_string(r.size()) + " - " + std::to_string(g.size()) + " - " + std::to_string(m.size()) + "\n";
+        }
+        if (!g.empty()) {
+            g.push_back(h);
+            groups.push_back(make<DupContactGroupModel>());
+            groups.back()->dupContactGroupArray = g;
+        }
+        w = r;
+    }
+    plain.groups = text(groups, contacts);
+    return plain;
+}
+
+// Small alphabets, so that all meet: absent, empty, two cases, few numbers.
+class Crowd {
+public:
+    explicit Crowd(unsigned seed) : random_(seed) {}
+
+    ContactList people(int count) {
+        ContactList list;
+        kinds_ = 1 + below(4);
+        for (int i = 0; i < count; ++i)
+            list.push_back(one());
+        return list;
+    }
+
+private:
+    int below(int n) { return std::uniform_int_distribution(0, n - 1)(random_); }
+    NSString pick(std::initializer_list<const char *> texts) { return texts.begin()[below(static_cast<int>(texts.size()))]; }
+    NSString rare() { return below(kinds_ + 2) > 1 ? NSString() : pick({nullptr, "", "x", "X", "y"}); }
+
+    Person one() {
+        auto made = make<ZpContactDataInfo>();
+        made->setCompleteName(pick({nullptr, "", "Ann", "ANN", "Bob", "Cid", "dan", "Eve", "\xC3\x84", "\xC3\xA4"}));
+        if (below(4) == 0)
+            made->setFirst_name_yomi(pick({"", "a", "A", nullptr}));
+        made->setCompany_name(rare());
+        made->setNotes(rare());
+        made->setBirthday(rare());
+        for (int n = below(4) - 1; n > 0; --n)
+            made->mutable_phone_numbers().push_back({pick({"home", "cell"}), pick({nullptr, "", "1", "2", "3", "4", "5", "6", "7"})});
+        for (int n = below(4) - 1; n > 0; --n)
+            made->mutable_emails().push_back({pick({"home", nullptr}), pick({nullptr, "", "a@b", "A@b", "c@d", "e@f"})});
+        for (int n = below(8) - 5; n > 0; --n)
+            made->mutable_urls().push_back({pick({"", "x"}), pick({nullptr, "u", "U", "v"})});
+        if (below(6) == 0) {
+            ZpContactAddressDataInfo address;
+            address.country = pick({nullptr, "DE"});
+            address.street = pick({nullptr, "a", "A"});
+            made->mutable_addresses().push_back(address);
+        }
+        return made;
+    }
+
+    std::mt19937 random_;
+    int kinds_ = 1;
+};
+
+TEST(DuplicateSearch, givesWhatTheWalkOverAllPairsGives) {
+    std::size_t groupsSeen = 0, roundsSeen = 0;
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        const ContactList contacts = Crowd(seed).people(2 + static_cast<int>(seed % 60));
+        std::string log;
+        const auto groups = DuplicateSearch::groupsOf(contacts, {}, [&](std::string_view line) { log += std::string(line) + "\n"; });
+        const Plain plain = plainly(contacts);
+        ASSERT_EQ(text(groups, contacts), plain.groups);
+        ASSERT_EQ(log, plain.log);
+        groupsSeen += groups.size();
+        roundsSeen += static_cast<std::size_t>(std::ranges::count(plain.log, '-')) / 5;
+    }
+    EXPECT_GT(groupsSeen, 400U);
+    EXPECT_GT(roundsSeen, 200U);
+}
+
+}   // namespace
