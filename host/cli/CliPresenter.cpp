@@ -18,9 +18,10 @@ constexpr int kMostTimes = 4;   // one window is answered; a choice that was ref
 
 // What a button stands for is told by the key of its title: places and numbers differ from dialog to dialog.
 constexpr std::array kTellingKeys = {"MessageDialog_Ok", "FileManager_OK", "OK"};
-constexpr std::array kOpeningKeys = {"BackupRestore_ExportOpenFolder"};
-constexpr std::array kGoingOnKeys = {"ContactView_button_Delete", "FileManager_Delete"};
+constexpr std::array kOpeningKeys = {"BackupRestore_ExportOpenFolder", "FileManager_OpenFolder"};
+constexpr std::array kGoingOnKeys = {"ContactView_button_Delete", "ContactView_button_Merge", "FileManager_Delete"};
 constexpr std::array kCancelKeys = {"ContactView_button_Cancel", "FileManager_Cancel"};
+constexpr std::array kSaveKeys = {"FileManager_Save"};
 constexpr const char *kCancelPrompt = "ExportPhotoToPC_Want_To_Cancel";
 
 template <class Keys> bool hasTitle(const NSButton &button, const Keys &keys) {
@@ -82,7 +83,7 @@ bool CliPresenter::act() {
         return answerPanel(*panel);
     if (const auto progress = progressOf(*window))
         return answerProgress(*progress);
-    return answerDialog(*window);
+    return answerInput(*window) || answerDialog(*window);
 }
 
 bool CliPresenter::over() {
@@ -141,17 +142,44 @@ bool CliPresenter::isStuckOn(const std::shared_ptr<NSWindow> &window) {
 
 bool CliPresenter::answerPanel(NSSavePanel &panel) {
     ++timesActed_;
-    if (openPaths_.empty() || !dynamic_cast<NSOpenPanel *>(&panel)) {
+    const bool opens = dynamic_cast<NSOpenPanel *>(&panel) != nullptr;
+    if (opens ? openPaths_.empty() : savePath_.isNil()) {
         panel.cancel();
         return true;
     }
-    const std::vector<NSString> paths = std::move(openPaths_.front());
-    openPaths_.pop_front();
-    if (!panel.choose(paths)) {
+    std::vector<NSString> paths{std::exchange(savePath_, opens ? savePath_ : NSString())};
+    if (opens) {
+        paths = std::move(openPaths_.front());
+        openPaths_.pop_front();
+    }
+    if (!panel.choose(paths, !opens && replaces_)) {
         refused_ = true;
         console_.message(paths.front().str() + ": " + panel.refusal().str());
         panel.cancel();
     }
+    return true;
+}
+
+bool CliPresenter::answerInput(NSWindow &window) {
+    if (!window.contentView())
+        return false;
+    bool isAskedFor = false;
+    for (const auto &[identifier, text] : inputs_)
+        if (const auto field = std::dynamic_pointer_cast<NSTextField>(window.contentView()->viewWithIdentifier(identifier))) {
+            field->typeText(text);
+            isAskedFor = true;
+        }
+    if (!isAskedFor)
+        return false;
+    ++timesActed_;
+    inputs_.clear();
+    const Buttons buttons = pushButtons(window);
+    const auto save = find(buttons, kSaveKeys), cancel = find(buttons, kCancelKeys);
+    refused_ |= !save;
+    if (const auto &button = save && !isInterrupted_ ? save : cancel)
+        button->performClick();
+    else
+        window.performClose();
     return true;
 }
 
@@ -196,6 +224,10 @@ bool CliPresenter::answerQuestion(NSWindow &window, const Buttons &buttons, cons
     const auto goOn = find(buttons, kGoingOnKeys), cancel = find(buttons, kCancelKeys);
     if (!goOn)
         return false;
+    if (declines_) {
+        cancel ? cancel->performClick() : window.performClose();
+        return true;
+    }
     if (!isInterrupted_ && goesOn(message)) {
         goOn->performClick();
         return true;

@@ -1,6 +1,7 @@
 // Answers the windows of the flows from the arguments of the command, or asks the person at the terminal.
 //
-// Panels         an open panel takes the next of `openPaths`, a save panel none yet; without one they are cancelled.
+// Panels         an open panel takes the next of `openPaths`, a save panel the path of `saveTo`; without one they are cancelled.
+// Inputs         a window with a field of `fillIn` gets its texts and is saved; cancelled where that stays off.
 // Progress       the window's button is pressed once it stands in its end state; the main label is the text of the result.
 // Information    told on standard error and answered with its OK button, never with the one that opens a folder.
 // Confirmations  answered by the text key of the going-on button: with --yes, or where the person says yes; else refused.
@@ -11,6 +12,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 
 #include "host/cli/Console.h"
@@ -29,6 +31,14 @@ public:
 
     // ------------------------------------------------------------ the script
     void openWith(std::vector<NSString> paths) { openPaths_.push_back(std::move(paths)); }
+    // Every question is answered with no, whatever the options say: the command only looks.
+    void declineAll() { declines_ = true; }
+    void saveTo(NSString path, bool replaces) {
+        savePath_ = std::move(path);
+        replaces_ = replaces;
+    }
+    // Texts by the identifiers of their fields.
+    void fillIn(std::map<std::string, NSString> texts) { inputs_ = std::move(texts); }
 
     // ------------------------------------------------------------ what came of it
     // The main label of the progress window in its end state, else the text of the last dialog; absent without either.
@@ -51,6 +61,7 @@ public:
 private:
     using Buttons = std::vector<std::shared_ptr<NSButton>>;
     bool answerPanel(NSSavePanel &panel);
+    bool answerInput(NSWindow &window);
     bool answerProgress(RUIProgressWindowController &progress);
     bool answerDialog(NSWindow &window);
     bool answerQuestion(NSWindow &window, const Buttons &buttons, const NSString &message);
@@ -60,8 +71,11 @@ private:
     Console &console_;
     bool yes_;
     std::deque<std::vector<NSString>> openPaths_;
+    NSString savePath_;
+    bool replaces_ = false;
+    std::map<std::string, NSString> inputs_;
     NSString endText_, lastDialogText_;
-    bool refused_ = false, isInterrupted_ = false;
+    bool refused_ = false, declines_ = false, isInterrupted_ = false;
     std::weak_ptr<NSWindow> lastActedOn_;
     int timesActed_ = 0;
 };
