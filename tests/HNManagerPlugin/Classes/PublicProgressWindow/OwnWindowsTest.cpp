@@ -45,7 +45,7 @@ TEST(CompleteDelete, remembersItsBoxForOneQuestionOnly) {
 TEST(CompleteDelete, connectsTheButtonsCrosswise) {
     FlowWorld here;
     const auto window = HNXDeleteWindowController::standardDeleteCompleteWindow_Title("Sure?", "Title");
-    window->window();
+    (void)window->window();
     EXPECT_EQ(window->DeleteBtn.lock()->action(), "onCancelButton:");
     EXPECT_EQ(window->CancelBtn.lock()->action(), "onDeleteButton:");
 }
@@ -205,7 +205,7 @@ TEST(ProgressWindowHost, hiddenCloseButtonLeavesTheCancelButton) {
 TEST(ProgressWindowHost, barOfUnknownLengthCreepsTo95) {
     FlowWorld here;
     const auto window = make<HNMPublicProgressWindow>();
-    window->window();
+    (void)window->window();
     for (int i = 0; i < 200; ++i)
         window->updataProgress();
     EXPECT_EQ(window->progress.lock()->progressValue(), 95);
