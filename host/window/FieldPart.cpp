@@ -97,7 +97,8 @@ std::unique_ptr<NativePart> FieldPart::make(ViewSurface &surface, const std::sha
     return std::make_unique<FieldPart>(surface, field);
 }
 
-FieldPart::FieldPart(ViewSurface &surface, const std::shared_ptr<NSTextField> &field) : field_(field), editor_(new QLineEdit(&surface)) {
+FieldPart::FieldPart(ViewSurface &surface, const std::shared_ptr<NSTextField> &field)
+    : surface_(surface), field_(field), editor_(new QLineEdit(&surface)) {
     editor_->setFrame(false);
     editor_->setPalette(clearPalette());
     editor_->setFont(qtFont(field->font()));
@@ -122,7 +123,11 @@ void FieldPart::typed(const QString &text) {
     if (!field)
         return;
     const QPointer<QLineEdit> editor(editor_);   // what the delegate does may take the editor away
-    dispatch::guarded("typing", [&] { field->typeText(toolkitString(text)); });
+    dispatch::guarded("typing", [&] {
+        field->typeText(toolkitString(text));
+        if (editor && surface_.typed)
+            surface_.typed(*field);
+    });
     if (editor && qtString(field->stringValue()) != editor->text())
         show();
 }

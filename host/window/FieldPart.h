@@ -29,6 +29,7 @@ public:
 private:
     void typed(const QString &text);
     void show();
+    ViewSurface &surface_;
     std::weak_ptr<NSTextField> field_;
     QLineEdit *editor_;
 };

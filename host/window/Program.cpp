@@ -184,7 +184,7 @@ public:
 
 private:
     int takeScreenshot() {
-        loop_->runUntil([this] { return shell_->isClosed() || (shell_->hasLoaded() && dispatch::isSettled()); });
+        loop_->runUntil([this] { return shell_->isClosed() || (shell_->hasLoaded() && dispatch::waitingMainBlocks() == 0); });
         if (shell_->isClosed())
             return kFailed;
         WindowMirror &mirror = *presenter_->mirrorOf(*shell_->window());

@@ -88,6 +88,11 @@ void Shell::makeWindow() {
             return;
         mirror.setMenuBar(menu_->bar());
         mirror.surface().filesDropped = [this](const auto &view, const QStringList &files) { return dropFiles(view, files); };
+        // The search box searches as one types.
+        mirror.surface().typed = [this](NSTextField &field) {
+            if (searchField().get() == &field)
+                field.sendAction();
+        };
         mirror.surface().takesFiles = [this](const auto &view, const QStringList &) { return takesFiles(view); };
     };
     window_->makeKeyAndOrderFront();

@@ -18,6 +18,7 @@
 #include "host/window/NativePart.h"
 #include "toolkit/views/NSEvent.h"
 
+class NSTextField;
 class NSWindow;
 
 namespace host {
@@ -49,6 +50,8 @@ public:
     void syncParts();
 
     void sendKey(const QKeyEvent &event);
+    // A person changed the text of a field, after the field's delegate was told.
+    std::function<void(NSTextField &field)> typed;
     // Files dropped on a view; true where somebody took them.
     std::function<bool(const std::shared_ptr<NSView> &view, const QStringList &files)> filesDropped;
     // Asked while files hover: whether a drop there would do something.

@@ -1,5 +1,6 @@
 #include "tests/window/WindowWorld.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -39,7 +40,7 @@ WindowWorld::~WindowWorld() {
 }
 
 bool WindowWorld::until(const std::function<bool()> &condition, const char *what) {
-    constexpr auto kHung = std::chrono::minutes(1);
+    constexpr auto kHung = std::chrono::seconds(20);
     const QDeadlineTimer deadline(kHung);
     QTimer alarm;   // wakes the loop once the time is up
     alarm.setSingleShot(true);
@@ -49,6 +50,18 @@ bool WindowWorld::until(const std::function<bool()> &condition, const char *what
         return true;
     ADD_FAILURE() << "never came about: " << what;
     return false;
+}
+
+void WindowWorld::once(std::function<bool()> condition, std::function<void()> act) {
+    auto *dispatcher = QAbstractEventDispatcher::instance();
+    const auto watch = std::make_shared<QMetaObject::Connection>();
+    *watch = QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, loop_.get(),
+                              [this, watch, condition = std::move(condition), act = std::move(act)] {
+                                  if (!*watch || !condition())
+                                      return;
+                                  QObject::disconnect(*watch);
+                                  QMetaObject::invokeMethod(loop_.get(), act, Qt::QueuedConnection);
+                              });
 }
 
 void WindowWorld::serve() {

@@ -30,6 +30,8 @@ public:
     [[nodiscard]] host::QtPresenter &presenter() { return *presenter_; }
     // False (and a failure) where it did not come about.
     bool until(const std::function<bool()> &condition, const char *what = "the condition");
+    // Acts once as soon as the condition holds while some loop, a modal one too, is about to wait: a person who sits there.
+    void once(std::function<bool()> condition, std::function<void()> act);
     // Serves what is waiting now: events, main-queue blocks and what they bring along at once.
     void serve();
     // Shows the window and waits for its first picture.
