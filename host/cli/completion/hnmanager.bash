@@ -3,20 +3,22 @@
 _hnmanager() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local options='--device --json --yes --replace --conflict --help --version'
-    local -A commands=([device]='info sample create' [contacts]='list show groups read import')
-    local -A more=(['device create']='--name' ['contacts list']='--search' ['contacts import']='--as-is')
+    local -A commands=([device]='info sample create' [contacts]='list show groups read import'
+        [bookmarks]='list add folder edit rename move delete export')
+    local -A more=(['device create']='--name' ['contacts list']='--search' ['contacts import']='--as-is'
+        ['bookmarks list']='--search' ['bookmarks add']='--in' ['bookmarks folder']='--in' ['bookmarks move']='--to')
 
     case $before in
     --device) mapfile -t COMPREPLY < <(compgen -d -- "$word"); compopt -o filenames; return ;;
     --conflict) mapfile -t COMPREPLY < <(compgen -W 'replace keep skip' -- "$word"); return ;;
-    --search | --name) return ;;
+    --search | --name | --in | --to) return ;;
     esac
 
     # The words that are no options and no values of options.
     local words=() i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --device | --conflict | --search | --name) ((i++)) ;;
+        --device | --conflict | --search | --name | --in | --to) ((i++)) ;;
         -*) ;;
         *) words+=("${COMP_WORDS[i]}") ;;
         esac
@@ -26,13 +28,14 @@ _hnmanager() {
     if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options ${more[$command]:-}" -- "$word")
     elif ((${#words[@]} == 0)); then
-        mapfile -t COMPREPLY < <(compgen -W 'device tree contacts' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'device tree contacts bookmarks' -- "$word")
     elif ((${#words[@]} == 1)); then
         mapfile -t COMPREPLY < <(compgen -W "${commands[${words[0]}]:-}" -- "$word")
     else
         compopt -o filenames
         case $command in
         'device sample' | 'device create') mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
+        'bookmarks export') mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.html' -- "$word") ;;
         'contacts read' | 'contacts import')
             mapfile -t COMPREPLY < <(compgen -d -- "$word"; for i in vcf vcard VCF VCARD; do compgen -f -X "!*.$i" -- "$word"; done) ;;
         esac
