@@ -3,9 +3,10 @@
 _hnmanager() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local options='--device --json --yes --replace --conflict --help --version'
-    local -A commands=([device]='info sample create' [contacts]='list show groups read import'
+    local -A commands=([device]='info sample create' [contacts]='list show groups read import delete duplicates merge'
         [bookmarks]='list add folder edit rename move delete export')
-    local -A more=(['device create']='--name' ['contacts list']='--search' ['contacts import']='--as-is'
+    local -A more=(['device create']='--name' ['contacts list']='--search' ['contacts import']='--as-is' ['contacts delete']='--all'
+        ['contacts duplicates']='--search'
         ['bookmarks list']='--search' ['bookmarks add']='--in' ['bookmarks folder']='--in' ['bookmarks move']='--to')
 
     case $before in
