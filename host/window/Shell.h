@@ -25,7 +25,7 @@ class MainMenu;
 
 class Shell : public NSObject, public NSWindowDelegate {
 public:
-    static constexpr double kWidth = 1040, kHeight = 660, kLeastWidth = 760, kLeastHeight = 420;
+    static constexpr double kWidth = 1240, kHeight = 720, kLeastWidth = 760, kLeastHeight = 420;
 
     Shell();
     ~Shell() override;
