@@ -119,13 +119,15 @@ bool BookmarkStore::addBookMark(const NewBookmarks &bookmarks) {
 
 bool BookmarkStore::editBookMarkFolder(const std::shared_ptr<BookmarkDataInfo> &folder) {
     return inOneTransaction([&](sqlite::Database &, BookmarkWriter &writer) {
-        writer.renameFolder(knownRow(given(folder).pKey), folder->markName);
+        const BookmarkDataInfo &record = given(folder);
+        writer.renameFolder(knownRow(record.pKey), record.markName);
     });
 }
 
 bool BookmarkStore::editBookMark(const std::shared_ptr<BookmarkDataInfo> &bookmark) {
     return inOneTransaction([&](sqlite::Database &, BookmarkWriter &writer) {
-        writer.editBookmark(knownRow(given(bookmark).pKey), bookmark->markName, bookmark->url);
+        const BookmarkDataInfo &record = given(bookmark);
+        writer.editBookmark(knownRow(record.pKey), record.markName, record.url);
     });
 }
 

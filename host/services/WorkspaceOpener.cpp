@@ -45,7 +45,7 @@ bool WorkspaceOpener::openFile(const NSString &path) {
 }
 
 bool WorkspaceOpener::openURL(const NSString &address) {
-    for (const char *scheme : {"https://", "http://", "mailto:"})
+    for (const char *scheme : {"https://", "http://", "ftp://", "mailto:", "www."})
         if (address.hasPrefix(scheme))
             return start(address.str());
     return false;

@@ -1,6 +1,6 @@
 // Opens files and web addresses in the user's own programs, by xdg-open, started directly and never through a shell.
 // A path goes to it as a file: address, so that no name can pass for an option or an address; of addresses only http,
-// https and mailto are opened. Threads: any.
+// https, ftp, mailto and those that begin with "www." are opened. Threads: any.
 #pragma once
 
 #include <string>

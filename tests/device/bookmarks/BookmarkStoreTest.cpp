@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+
+#include "device/BackupFolder.h"
+#include "device/bookmarks/BookmarkStore.h"
+#include "device/bookmarks/BookmarkWriter.h"
+#include "tests/device/TestBackup.h"
+
+using namespace device;
+using namespace device::bookmarks;
+using namespace testdevice;
+
+namespace {
+
+// Early databases know fewer columns.
+constexpr const char *kEarly = R"(CREATE TABLE bookmarks (id INTEGER PRIMARY KEY, parent INTEGER, type INTEGER, title TEXT, url TEXT, order_index INTEGER NOT NULL);
+INSERT INTO bookmarks VALUES (0, NULL, 1, 'Root', NULL, 0);)";
+
+// 1 F(2 a, 3 G(4 b), 5 E()), 6 top
+constexpr const char *kRows = R"(
+INSERT INTO bookmarks (id, parent, type, title, url, order_index) VALUES (1, 0, 1, 'F', NULL, 0), (2, 1, 0, 'a', 'http://a', 0), (3, 1, 1, 'G', NULL, 1),
+    (4, 3, 0, 'b', 'http://b', 0), (5, 1, 1, 'E', NULL, 2), (6, 0, 0, 'top', 'http://t', 1);
+)";
+
+class Image {
+public:
+    explicit Image(const std::string &sql) {
+        std::filesystem::create_directories(database().parent_path());
+        write(image_.path() / "Device.plist", R"(<?xml version="1.0"?><plist version="1.0"><dict><key>DeviceName</key><string>D</string></dict></plist>)");
+        execOn(database(), sql);
+        store = BookmarkStore::open(std::make_shared<ImageFolder>(image_.path()));
+    }
+    [[nodiscard]] std::filesystem::path database() const { return image_.path() / "HomeDomain/Library/Safari/Bookmarks.db"; }
+    [[nodiscard]] const std::filesystem::path &path() const { return image_.path(); }
+    [[nodiscard]] std::string query(const std::string &sql) const {
+        sqlite::Database opened(database(), sqlite::Access::readOnly);
+        sqlite::Statement rows = opened.prepare(sql);
+        std::string text;
+        while (rows.step())
+            text += (text.empty() ? "" : "|") + (rows.isNull(0) ? std::string("-") : rows.text(0).str());
+        return text;
+    }
+    // "1F<- 2a<1": key, name and parent, in the order of the list.
+    [[nodiscard]] std::string list() const {
+        std::string text;
+        for (const auto &record : store->roadBookMarkData())
+            text += (text.empty() ? "" : " ") + record->pKey.str() + record->markName.str() + "<" +
+                    (record->parentKey.isNil() ? "-" : record->parentKey.str());
+        return text;
+    }
+    [[nodiscard]] std::string reason() const { return store->failures().first() ? store->failures().first()->text : ""; }
+
+private:
+    TempFolder image_;
+
+public:
+    std::shared_ptr<BookmarkStore> store;
+};
+
+std::string newest() { return std::string(kNewBookmarks) + kRows; }
+
+std::shared_ptr<BookmarkDataInfo> record(const char *key, const char *name, const char *url) {
+    auto made = make<BookmarkDataInfo>();
+    made->pKey = key, made->markName = name, made->url = url;
+    return made;
+}
+
+// ---------------------------------------------------------------- reading
+
+class Layouts : public testing::TestWithParam<const char *> {};
+
+TEST_P(Layouts, areReadAndWritten) {
+    const Image image(std::string(GetParam()) + kRows);
+    EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
+    EXPECT_TRUE(image.store->addBookMark({{"3", {"n", "http://n"}}})) << image.reason();
+    EXPECT_TRUE(image.store->addBookMarkFolder({{"", "N"}})) << image.reason();
+    EXPECT_EQ(image.list(), "1F<- 6top<- 8N<- 2a<1 3G<1 5E<1 4b<3 7n<3");
+    int told = 0;
+    image.store->deleteBookMarkFromPkeys_callBack({{"1", "1"}}, [&](std::int64_t, std::int64_t, bool success, bool *) { told += success; });
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(image.list(), "6top<- 8N<-");
+}
+
+INSTANTIATE_TEST_SUITE_P(Bookmarks, Layouts, testing::Values(kEarly, kNewBookmarks),
+                         [](const auto &info) { return std::string(info.param == kEarly ? "early" : "newest"); });
+
+TEST(BookmarkReading, givesEachField) {
+    const Image image(newest());
+    const BookmarkList list = image.store->roadBookMarkData();
+    EXPECT_TRUE(list[0]->isFolder);
+    EXPECT_TRUE(list[0]->url.isNil());
+    EXPECT_EQ(list[2]->url, NSString("http://a"));
+    EXPECT_FALSE(list[2]->isFolder);
+    EXPECT_EQ(list[4]->position, 2);
+}
+
+TEST(BookmarkReading, leavesOutWhatIsDeletedOrHiddenAndCleansTexts) {
+    const Image image(newest() + R"(UPDATE bookmarks SET deleted = 1 WHERE id = 2; UPDATE bookmarks SET hidden = 1 WHERE id = 5;
+        UPDATE bookmarks SET title = CAST(x'61FF0062' AS TEXT), parent = NULL WHERE id = 4;
+        UPDATE bookmarks SET order_index = 99999999999 WHERE id = 6;)");
+    EXPECT_EQ(image.list(), "4a\xEF\xBF\xBD" "b<- 1F<- 6top<- 3G<1");
+    EXPECT_EQ(image.store->roadBookMarkData()[2]->position, 2147483647);
+}
+
+TEST(BookmarkReading, aFileThatIsNoDatabaseGivesNothingAndAReason) {
+    const Image image(newest());
+    write(image.database(), "no database at all, but long enough to be looked at as one");
+    EXPECT_EQ(image.list(), "");
+    EXPECT_NE(image.reason(), "");
+    const Image empty("CREATE TABLE other (x)");
+    EXPECT_EQ(empty.list(), "");
+    EXPECT_NE(empty.reason().find("has no table of bookmarks"), std::string::npos);
+}
+
+TEST(BookmarkReading, readsTheSampleOfARealLayout) {
+    const Image image("CREATE TABLE x (y)");
+    std::filesystem::copy_file(HN_SAMPLES_DIR "/bookmarks/safari.1.Bookmarks.db", image.database(),
+                               std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(image.list(), "1BookmarksBar<- 2com.apple.ReadingList<- 3Dev<1 4Example Bookmark<1 8Corrupt<1 6RL Unread<2 7RL Read<2");   // a hidden one stays out
+    EXPECT_TRUE(image.store->editBookMark(record("4", "N", "http://n"))) << image.reason();
+    EXPECT_EQ(image.query("SELECT title || url FROM bookmarks WHERE id = 4"), "Nhttp://n");
+}
+
+// ---------------------------------------------------------------- add and edit
+
+TEST(BookmarkWriting, addsAtTheEndOfEachParentOrNowhere) {
+    const Image image(newest());
+    EXPECT_TRUE(image.store->addBookMark({{"1", {"x", "u"}}, {"5", {"x", "u"}}, {"", {"x", "u"}}}));
+    EXPECT_EQ(image.list(), "1F<- 6top<- 7x<- 2a<1 3G<1 5E<1 8x<1 4b<3 9x<5");
+    EXPECT_EQ(image.query("SELECT num_children FROM bookmarks WHERE id IN (1, 5) ORDER BY id"), "1|1");
+    for (const char *parent : {"77", "2", "F", "-"}) {
+        EXPECT_FALSE(image.store->addBookMark({{"", {"y", "u"}}, {parent, {"y", "u"}}})) << parent;
+        EXPECT_NE(image.reason(), "") << parent;
+    }
+    EXPECT_EQ(image.query("SELECT count(*) FROM bookmarks WHERE title = 'y'"), "0");
+    EXPECT_FALSE(image.store->addBookMarkFolder({}));
+}
+
+TEST(BookmarkWriting, editsOnlyWhatDiffersAndOnlyItsKind) {
+    const Image image(newest());
+    EXPECT_TRUE(image.store->editBookMark(record("2", "a", "http://a")));
+    EXPECT_EQ(image.query("SELECT last_modified FROM bookmarks WHERE id = 2"), "-");
+    EXPECT_TRUE(image.store->editBookMark(record("2", "A\n\"'", "http://a2")));
+    EXPECT_TRUE(image.store->editBookMarkFolder(record("3", "H", "ignored")));
+    EXPECT_EQ(image.query("SELECT title || coalesce(url, '-') FROM bookmarks WHERE id IN (2, 3) ORDER BY id"), "A\n\"'http://a2|H-");
+    EXPECT_FALSE(image.store->editBookMark(record("3", "x", "x")));
+    EXPECT_FALSE(image.store->editBookMarkFolder(record("2", "x", "x")));
+    EXPECT_FALSE(image.store->editBookMark(record("0", "x", "x")));
+    EXPECT_FALSE(image.store->editBookMark(nullptr));
+}
+
+// ---------------------------------------------------------------- move
+
+std::string moved(const Image &image, const char *target, const std::vector<NSString> &keys) {
+    std::string calls;
+    image.store->moveBookMark_childrenKey_callBack(target, keys, [&](std::int64_t index, std::int64_t, std::int64_t total, std::int64_t, bool *) {
+        calls += std::to_string(index) + "/" + std::to_string(total) + " ";
+    });
+    return calls;
+}
+
+TEST(BookmarkWriting, movesToTheEndInTheOrderGiven) {
+    const Image image(newest());
+    EXPECT_EQ(moved(image, "3", {"6", "2"}), "0/2 1/2 ");
+    EXPECT_EQ(image.list(), "1F<- 3G<1 5E<1 4b<3 6top<3 2a<3");
+    moved(image, "3", {"4"});
+    EXPECT_EQ(image.list(), "1F<- 3G<1 5E<1 6top<3 2a<3 4b<3");
+    moved(image, "", {"4"});
+    EXPECT_EQ(image.list(), "1F<- 4b<- 3G<1 5E<1 6top<3 2a<3");
+}
+
+TEST(BookmarkWriting, aFolderStaysOutOfItselfAndTheOthersMove) {
+    const Image image(newest());
+    EXPECT_EQ(moved(image, "3", {"1", "3", "77", "6"}), "0/4 1/4 2/4 3/4 ");
+    EXPECT_EQ(image.reason(), "bookmark 1: a folder cannot be moved into itself");
+    EXPECT_EQ(image.list(), "1F<- 2a<1 3G<1 5E<1 4b<3 6top<3");
+}
+
+TEST(BookmarkWriting, theFoldersAboveAFolderFollow) {
+    const Image image(newest() + "INSERT INTO folder_ancestors (folder_id, ancestor_id) VALUES (3, 1), (5, 1);");
+    image.store->addBookMarkFolder({{"3", "new"}});
+    EXPECT_EQ(image.query("SELECT group_concat(ancestor_id) FROM folder_ancestors WHERE folder_id = 7"), "3,1");
+    moved(image, "5", {"3"});
+    EXPECT_EQ(image.query("SELECT folder_id || '-' || ancestor_id FROM folder_ancestors ORDER BY folder_id, ancestor_id"), "3-1|3-5|5-1|7-1|7-3|7-5");
+    image.store->deleteBookMarkFromPkeys_callBack({{"5", "5"}}, {});
+    EXPECT_EQ(image.query("SELECT count(*) FROM folder_ancestors"), "0");
+}
+
+TEST(BookmarkWriting, ringsInTheDatabaseEnd) {
+    const Image image(newest() + "UPDATE bookmarks SET parent = 3 WHERE id = 1;");
+    moved(image, "3", {"6"});
+    EXPECT_EQ(image.query("SELECT parent FROM bookmarks WHERE id = 6"), "3");
+    image.store->deleteBookMarkFromPkeys_callBack({{"1", "1"}}, {});
+    EXPECT_EQ(image.list(), "");
+}
+
+// ---------------------------------------------------------------- delete
+
+std::string deleted(const Image &image, const std::vector<const char *> &keys, int stopAt = -1) {
+    CBookmarkManagerImpl::Keys dictionary;
+    for (const char *key : keys)
+        dictionary[key] = key;
+    std::string calls;
+    image.store->deleteBookMarkFromPkeys_callBack(dictionary, [&](std::int64_t index, std::int64_t total, bool success, bool *stop) {
+        calls += std::to_string(index) + "/" + std::to_string(total) + (success ? "+ " : "- ");
+        *stop = index == stopAt;
+    });
+    return calls;
+}
+
+TEST(BookmarkDeleting, takesAFolderWithAllBelowAndCountsItsChildrenAsDeleted) {
+    const Image image(newest());
+    EXPECT_EQ(deleted(image, {"1", "2", "4", "77", "x"}), "0/5+ 1/5+ 2/5+ 3/5- 4/5- ");
+    EXPECT_EQ(image.list(), "6top<-");
+    EXPECT_EQ(image.query("SELECT count(*) FROM bookmarks"), "2");
+    EXPECT_EQ(deleted(image, {}), "-1/0- ");
+}
+
+TEST(BookmarkDeleting, aStopEndsAfterItsGroupWithOneCallMore) {
+    const Image image(newest());
+    image.store->setGroupLimits({.keys = 1});
+    EXPECT_EQ(deleted(image, {"2", "4", "6"}, 0), "0/3+ 1/3- ");
+    EXPECT_EQ(image.list(), "1F<- 6top<- 3G<1 5E<1 4b<3");
+    image.store->setGroupLimits({.keys = 2});
+    EXPECT_EQ(deleted(image, {"3", "4", "6"}, 0), "0/3+ 1/3+ ");
+}
+
+TEST(BookmarkDeleting, aSecondWriterIsRefusedAndEachKeyFails) {
+    const Image image(newest());
+    const ImageFolder other(image.path());
+    const WriterLock lock = other.lockForWriting();
+    EXPECT_EQ(deleted(image, {"2", "6"}), "0/2- 1/2- ");
+    EXPECT_EQ(image.store->failures().first()->kind, AccessError::Kind::locked);
+    EXPECT_EQ(moved(image, "3", {"6"}), "0/1 ");
+    EXPECT_FALSE(image.store->addBookMark({{"", {"x", "u"}}}));
+    EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
+}
+
+TEST(BookmarkBackup, isReadAndNeverChanged) {
+    const Image image(newest());
+    const TestBackup backup;
+    backup.add("HomeDomain", "Library/Safari/Bookmarks.db", readFile(image.database()));
+    backup.describe();
+    const std::string before = pictureOf(backup.path());
+    const auto store = BookmarkStore::open(std::make_shared<BackupFolder>(backup.path()));
+    EXPECT_EQ(store->roadBookMarkData().size(), 6u);
+    EXPECT_FALSE(store->addBookMark({{"", {"x", "u"}}}));
+    EXPECT_EQ(store->failures().first()->kind, AccessError::Kind::readOnly);
+    EXPECT_EQ(pictureOf(backup.path()), before);
+}
+
+}  // namespace
