@@ -203,10 +203,13 @@ TEST(PropertyThreads, tellsTheMainThreadTheLatestValueOnce) {
     EventLog log;
     property.observe([&](int value) { log.add((dispatch::isMain() ? "" : "wrong thread ") + std::to_string(value)); });
     property = 2;
+    dispatch::Semaphore bothSet(0);
     async(global(), [&] {
         property = 3;
         property = 4;
+        bothSet.signal();
     });
+    bothSet.wait();   // the main thread serves nothing in between
     world.settle();
     EXPECT_EQ(log.take(), "1\n2\n4");
 }
