@@ -37,9 +37,9 @@ void buildTree(const BookmarkList &list) {
 
 void change(sqlite::Database &database, const BookmarkList &list) {
     sqlite::Transaction all(database);
-    bookmarks::BookmarkWriter writer(database, 0);
-    const std::int64_t folder = writer.add(bookmarks::kRoot, bookmarks::Type::folder, "f", "");
-    writer.add(folder, bookmarks::Type::bookmark, "b", "u");
+    device::bookmarks::BookmarkWriter writer(database, 0);
+    const std::int64_t folder = writer.add(device::bookmarks::kRoot, device::bookmarks::Type::folder, "f", "");
+    writer.add(folder, device::bookmarks::Type::bookmark, "b", "u");
     if (!list.empty()) {
         const std::int64_t row = list.front()->pKey.integerValue();
         writer.move(row, folder);
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     readLines(bytes);
     try {
         sqlite::Database database = sqlite::Database::fromBytes(bytes);
-        const BookmarkList list = bookmarks::readBookmarks(database);
+        const BookmarkList list = device::bookmarks::readBookmarks(database);
         buildTree(list);
         change(database, list);
     } catch (const std::exception &) {
