@@ -26,9 +26,6 @@ HN_CLASS_TABLE(HNMContactViewManager, HNTableViewManager,
                    .selector("showSelectedContactInfoAtRow:", &HNMContactViewManager::showSelectedContactInfoAtRow)
                    .selector("onImportButton:", &HNMContactViewManager::onImportButton)
                    .selector("onDeleteButton:", &HNMContactViewManager::onDeleteButton)
-                   .selector("onExportButton:", &HNMContactViewManager::onExportButton)
-                   .selector("exportTovCardFile:", &HNMContactViewManager::exportTovCardFile)
-                   .selector("exportToCSVFile:", &HNMContactViewManager::exportToCSVFile)
                    .selector("duplicateClick:", &HNMContactViewManager::duplicateClick)
                    .selector("deviceDisConnectNotify:", &HNMContactViewManager::deviceDisConnectNotify))
 

@@ -45,13 +45,6 @@ public:
     void onDeleteButton(const id &sender);
     // The question before; 1 goes on.
     [[nodiscard]] std::int64_t openDeleteDialog();
-    // Shows the two entries below under the export button.
-    void onExportButton(const id &sender);
-    // The selected rows, to a file that the person names. The first writes on the main thread and tells how many were asked
-    // for; the second writes in the background and tells how many the device layer wrote.
-    void exportTovCardFile(const id &sender);
-    void exportToCSVFile(const id &sender);
-    void openExportResultWindow_Count(const NSString &path, std::int64_t count);
     // Searches in the background behind a message, then startDuplicate.
     void duplicateClick(const id &sender);
     // Shows the groups in the merge window and merges what the person left ticked. Returns before the merges are done.
@@ -85,7 +78,6 @@ private:
     void reportImportOf(const NSString &path);
     void importContacts(const ContactList &contacts);
     [[nodiscard]] NSArray selectedRows() const;
-    [[nodiscard]] NSString chooseExportFile(const NSString &type) const;
     void deleteContacts(const ContactList &contacts);
     void removeDeleted(const NSArray &deleted);
     void merge(const ContactList &survivors, const HNMPublicProgressWindow &progress);   // the worker's
