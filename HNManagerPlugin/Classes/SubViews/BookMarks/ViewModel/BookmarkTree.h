@@ -21,8 +21,8 @@ using Nodes = std::vector<Node>;
 [[nodiscard]] Nodes nodesOf(const NSArray &objects);
 // Makes the item a child of the first entry of `folder` whose pKey is the item's parentKey. False where there is none.
 bool addLeafToFolder(const Node &item, const Nodes &folder);
-// The top-level items, with all that hangs below them.
-[[nodiscard]] Nodes synthesize(const Nodes &flat);
+// The top-level items, with all that hangs below them. `keysAreUnique` gets whether no two items have the same pKey.
+[[nodiscard]] Nodes synthesize(const Nodes &flat, bool *keysAreUnique = nullptr);
 
 // The nodes from `top` down, parents first, each below its parent. `visit` gives false where the children stay out.
 void walk(const NSArray &top, const std::function<bool(const Node &node, std::size_t level)> &visit);
@@ -32,7 +32,9 @@ void walk(const NSArray &top, const std::function<bool(const Node &node, std::si
 
 // Copies of all nodes whose name, or below the top level whose address, contains the text, ignoring case, in the order of
 // the tree, and behind them copies of the folders above each. A pKey stands in the list once.
-// `copyOf` makes a copy without children.
-[[nodiscard]] Nodes search(const NSArray &top, const NSString &text, const std::function<Node(const HNBookMarkEntity &)> &copyOf);
+// `copyOf` makes a copy without children. A folder above is the tree's first one that has the parentKey as its pKey; where
+// all keys differ (`keysAreUnique`) that is the node's own parent.
+[[nodiscard]] Nodes search(const NSArray &top, const NSString &text, bool keysAreUnique,
+                           const std::function<Node(const HNBookMarkEntity &)> &copyOf);
 
 }   // namespace bookmarks

@@ -2,8 +2,6 @@
 // each text that is plain ASCII.
 #pragma once
 
-#include <string_view>
-
 #include "toolkit/NSString.h"
 
 namespace bookmarks {
@@ -14,7 +12,6 @@ public:
     [[nodiscard]] bool isIn(const NSString &text) const;
 
 private:
-    [[nodiscard]] bool isInPlain(std::string_view text) const;
     NSString folded_;
 };
 

@@ -53,13 +53,13 @@ void HNMBookMarkViewModel::reloadData() {
         searchArray->removeAllObjects();
     else
         searchArray = make<NSMutableArray>();
-    NSArray::Items flat;
+    Nodes flat;
     if (layer)
         for (const auto &record : layer->roadBookMarkData())
             if (record)
                 flat.push_back(entityOf(*record));
     globalArray->removeAllObjects();
-    const NSArray top = syntheticBookMarkAndFolderUse(NSArray(std::move(flat)));
+    const NSArray top = NSArray::of(bookmarks::synthesize(flat, &keysAreUnique_));
     contents->setArray(top);
     globalArray->setArray(top);
     contents->sortUsingDescriptors({NSSortDescriptor("name", true)});
@@ -195,7 +195,7 @@ bool HNMBookMarkViewModel::searchFileByString(const NSString &text) {
         return true;
     }
     searchArray->setArray(
-        NSArray::of(bookmarks::search(contents->snapshot(), text, [this](const HNBookMarkEntity &node) { return copyOf(node); })));
+        NSArray::of(bookmarks::search(contents->snapshot(), text, keysAreUnique_, [this](const HNBookMarkEntity &node) { return copyOf(node); })));
     if (searchArray->isEmpty())
         return false;
     reloadSearchData();

@@ -99,4 +99,5 @@ private:
     [[nodiscard]] Node firstSelected() const;
 
     std::shared_ptr<NSImage> folderIcon_, urlIcon_;   // one for all rows
+    bool keysAreUnique_ = false;                      // in the tree of `contents`
 };
