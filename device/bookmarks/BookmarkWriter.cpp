@@ -25,7 +25,11 @@ BookmarkWriter::BookmarkWriter(sqlite::Database &database, std::int64_t now)
     const std::string isThere =
         "coalesce(" + table_.term("deleted") + ", 0) = 0 AND coalesce(" + table_.term("hidden") + ", 0) = 0";
     find_ = database.prepare("SELECT parent, type, title, url FROM bookmarks WHERE id = ? AND id <> 0 AND " + isThere);
-    end_ = database.prepare("SELECT coalesce(max(order_index), -1) + 1 FROM bookmarks WHERE coalesce(parent, 0) = ? AND id <> 0");
+    const std::string end = "SELECT coalesce(max(order_index), -1) + 1 FROM bookmarks WHERE id <> 0 AND ";
+    end_ = database.prepare(end + "parent = ?");
+    rootEnd_ = database.prepare(end + "coalesce(parent, 0) = 0");
+    const std::string stamp = table_.has("last_modified") ? ", last_modified = " + std::to_string(now_) : "";
+    move_ = database.prepare("UPDATE bookmarks SET parent = ?2, order_index = ?3" + stamp + " WHERE id = ?1");
     children_ = database.prepare("SELECT id FROM bookmarks WHERE parent = ? AND id <> 0");
     if (table_.has("num_children"))
         count_ = database.prepare("UPDATE bookmarks SET num_children = max(coalesce(num_children, 0) + ?2, 0) WHERE id = ?1");
@@ -45,17 +49,25 @@ void BookmarkWriter::needFolder(std::int64_t row) {
         refuse(AccessError::Kind::failed, "bookmark " + std::to_string(row) + " is no folder");
 }
 
+// Asked of the table once per parent. A place that an undone step took stays free, which is no harm.
 std::int64_t BookmarkWriter::endOf(std::int64_t parent) {
-    end_.reset();
-    end_.bind(1, parent).step();
-    const std::int64_t end = end_.integer(0);
-    end_.reset();
-    return end;
+    if (const auto known = ends_.find(parent); known != ends_.end())
+        return known->second++;
+    sqlite::Statement &end = parent == kRoot ? rootEnd_ : end_;
+    end.reset();
+    if (parent != kRoot)
+        end.bind(1, parent);
+    const std::int64_t place = end.step() ? end.integer(0) : 0;
+    end.reset();
+    ends_[parent] = place + 1;
+    return place;
 }
 
 void BookmarkWriter::changeChildCount(std::int64_t parent, std::int64_t by) {
-    if (count_)
-        count_.bind(1, parent).bind(2, by).run();
+    if (!count_)
+        return;
+    count_.reset();
+    count_.bind(1, parent).bind(2, by).run();
 }
 
 // ---------------------------------------------------------------- add
@@ -145,13 +157,13 @@ std::vector<std::int64_t> BookmarkWriter::below(std::int64_t row) {
 bool BookmarkWriter::move(std::int64_t row, std::int64_t target) {
     needFolder(target);
     const Row old = visibleRow(row);
-    const std::vector<std::int64_t> path = pathUp(target);
-    if (std::ranges::find(path, row) != path.end())
-        return false;
-    std::string sql = "UPDATE bookmarks SET parent = ?2, order_index = ?3";
-    if (table_.has("last_modified"))
-        sql += ", last_modified = " + std::to_string(now_);
-    database_.prepare(sql + " WHERE id = ?1").bind(1, row).bind(2, target).bind(3, endOf(target)).run();
+    if (old.isFolder) {
+        const std::vector<std::int64_t> path = pathUp(target);
+        if (std::ranges::find(path, row) != path.end())
+            return false;
+    }
+    move_.reset();   // an earlier use may have failed
+    move_.bind(1, row).bind(2, target).bind(3, endOf(target)).run();
     if (old.parent == target)
         return true;
     changeChildCount(old.parent, -1);

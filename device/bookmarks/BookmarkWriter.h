@@ -54,7 +54,8 @@ private:
     std::int64_t now_;
     sqlite::Table table_;
     bool hasAncestors_, namesRoot_, hasWords_;
-    sqlite::Statement find_, end_, count_, children_;
+    sqlite::Statement find_, end_, rootEnd_, move_, count_, children_;
+    std::unordered_map<std::int64_t, std::int64_t> ends_;   // the next free place in each parent
     std::unordered_set<std::int64_t> removed_;
     bool hasRemovedFolders_ = false;
 };
