@@ -18,27 +18,6 @@ namespace {
 
 constexpr std::size_t kChunkBytes = 1 << 20;
 
-void replaceBy(const std::filesystem::path &path, const std::function<void(File &)> &fill) {
-    const std::filesystem::path folder = path.parent_path();
-    std::string name = (folder / (std::string(kTemporaryPrefix) + "XXXXXX")).string();
-    const int descriptor = mkostemp(name.data(), O_CLOEXEC);
-    if (descriptor < 0)
-        throw AccessError::ofSystem(errno, path.string());
-    close(descriptor);
-    unlink(name.c_str());
-    try {
-        File file = File::create(name);
-        fill(file);
-        file.sync();
-        if (rename(name.c_str(), path.c_str()) != 0)
-            throw AccessError::ofSystem(errno, path.string());
-    } catch (...) {
-        unlink(name.c_str());
-        throw;
-    }
-    syncFolder(folder);
-}
-
 }  // namespace
 
 File File::openForReading(const std::filesystem::path &path) {
@@ -136,12 +115,33 @@ void copyContents(File &from, File &to) {
         to.write(chunk);
 }
 
+void replaceWhole(const std::filesystem::path &path, const std::function<void(File &)> &fill) {
+    const std::filesystem::path folder = path.parent_path();
+    std::string name = (folder / (std::string(kTemporaryPrefix) + "XXXXXX")).string();
+    const int descriptor = mkostemp(name.data(), O_CLOEXEC);
+    if (descriptor < 0)
+        throw AccessError::ofSystem(errno, path.string());
+    close(descriptor);
+    unlink(name.c_str());
+    try {
+        File file = File::create(name);
+        fill(file);
+        file.sync();
+        if (rename(name.c_str(), path.c_str()) != 0)
+            throw AccessError::ofSystem(errno, path.string());
+    } catch (...) {
+        unlink(name.c_str());
+        throw;
+    }
+    syncFolder(folder);
+}
+
 void replaceWhole(const std::filesystem::path &path, std::string_view bytes) {
-    replaceBy(path, [bytes](File &file) { file.write(bytes); });
+    replaceWhole(path, [bytes](File &file) { file.write(bytes); });
 }
 
 void replaceWhole(const std::filesystem::path &path, File &source) {
-    replaceBy(path, [&source](File &file) { copyContents(source, file); });
+    replaceWhole(path, [&source](File &file) { copyContents(source, file); });
 }
 
 void syncFolder(const std::filesystem::path &folder) {

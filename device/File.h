@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,8 @@ void copyContents(File &from, File &to);
 // Replaces `path` whole: temporary file beside it, fsync, rename. What stood there stays where anything fails.
 void replaceWhole(const std::filesystem::path &path, std::string_view bytes);
 void replaceWhole(const std::filesystem::path &path, File &source);
+// The same with what `fill` writes; where it throws, what stood there stays.
+void replaceWhole(const std::filesystem::path &path, const std::function<void(File &)> &fill);
 // Makes a rename or a removal in this folder last.
 void syncFolder(const std::filesystem::path &folder);
 

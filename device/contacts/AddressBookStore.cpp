@@ -1,12 +1,18 @@
 #include "device/contacts/AddressBookStore.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <optional>
 #include <set>
 
 #include "device/contacts/AddressBookReader.h"
 #include "device/contacts/AddressBookWriter.h"
+#include "device/contacts/CardText.h"
+#include "device/contacts/TableText.h"
+#include "device/File.h"
 
 namespace device::contacts {
 
@@ -301,16 +307,66 @@ bool AddressBookStore::combineRepeatContacts_newContact_toGroup(const ContactLis
     return isMerged;
 }
 
-void AddressBookStore::exportContactsToVCFFile_toPath(const ContactList &, const NSString &path) {
-    failures_.clear();
-    noteFailure(AccessError(AccessError::Kind::failed, path.str(), "contacts cannot be written as vCards yet"));
+// ---------------------------------------------------------------- files
+
+namespace {
+
+constexpr std::size_t kFileChunk = 1 << 20;
+
+// Both name the target of a person; one that must not be written to stays.
+void checkTarget(const NSString &path) {
+    if (path.isEmpty())
+        throw AccessError(AccessError::Kind::missing, "", "no file was named");
+    if (::access(path.UTF8String(), F_OK) == 0 && ::access(path.UTF8String(), W_OK) != 0)
+        throw AccessError::ofSystem(errno, path.str());
 }
 
-void AddressBookStore::exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &, const NSString &path, const ExportFinish &finish) {
+// The file's text in chunks: `append` adds one contact.
+template <class Append>
+void writeContacts(const NSString &path, const ContactList &contacts, std::string front, const Append &append) {
+    checkTarget(path);
+    replaceWhole(path.str(), [&](File &file) {
+        std::string chunk = std::move(front);
+        for (const auto &contact : contacts) {
+            append(chunk, given(contact));
+            if (chunk.size() < kFileChunk)
+                continue;
+            file.write(chunk);
+            chunk.clear();
+        }
+        file.write(chunk);
+    });
+}
+
+}  // namespace
+
+void AddressBookStore::exportContactsToVCFFile_toPath(const ContactList &contacts, const NSString &path) {
     failures_.clear();
-    noteFailure(AccessError(AccessError::Kind::failed, path.str(), "contacts cannot be written as CSV yet"));
+    try {
+        writeContacts(path, contacts, "", appendCard);
+    } catch (const std::exception &error) {
+        noteFailure(error);
+    }
+}
+
+void AddressBookStore::exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &contacts, const NSString &path,
+                                                                        const ExportFinish &finish) {
+    failures_.clear();
+    bool isWritten = false;
+    try {
+        for (const auto &contact : contacts)
+            (void)given(contact);
+        const TableText table(contacts);
+        std::string heading;
+        table.appendHeading(heading);
+        writeContacts(path, contacts, std::move(heading),
+                      [&](std::string &to, const ZpContactDataInfo &contact) { table.appendRow(to, contact); });
+        isWritten = true;
+    } catch (const std::exception &error) {
+        noteFailure(error);
+    }
     if (finish)
-        finish(-1, 0);
+        finish(isWritten ? 0 : -1, isWritten ? static_cast<std::int64_t>(contacts.size()) : 0);
 }
 
 }  // namespace device::contacts

@@ -52,7 +52,7 @@ public:
     void deleteContactsOrGroups_callBack(const ContactList &contacts, const DeleteProgress &progress) override;
     bool combineRepeatContacts_newContact_toGroup(const ContactList &contacts, const std::shared_ptr<ZpContactDataInfo> &merged,
                                                   const ContactGroupList &groups) override;
-    // Files of contacts are not written by this store yet: both fail with a reason, the second also tells its callback.
+    // See CardText.h and TableText.h. The target is replaced whole or stays as it was; one without write permission stays.
     void exportContactsToVCFFile_toPath(const ContactList &contacts, const NSString &path) override;
     void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &contacts, const NSString &path,
                                                           const ExportFinish &finish) override;

@@ -21,10 +21,7 @@ std::optional<std::string> broughtBytes(const ZpContactDataInfo &contact) {
     }
 }
 
-}  // namespace
-
-std::optional<std::string> newPictureOf(const ZpContactDataInfo &contact) {
-    std::optional<std::string> bytes = broughtBytes(contact);
+std::optional<std::string> asJpeg(std::optional<std::string> bytes) {
     if (!bytes || bytes->empty())
         return std::nullopt;
     if (picture::isJpeg(*bytes))
@@ -32,6 +29,22 @@ std::optional<std::string> newPictureOf(const ZpContactDataInfo &contact) {
     if (std::optional<std::string> converted = picture::convertedToJpeg(*bytes))
         return converted;
     return bytes;
+}
+
+bool isPlaceholder(const NSImage &image) {
+    return image.name().hasPrefix(kPlaceholderName) || image.path().lastPathComponent().hasPrefix(kPlaceholderName);
+}
+
+}  // namespace
+
+std::optional<std::string> newPictureOf(const ZpContactDataInfo &contact) { return asJpeg(broughtBytes(contact)); }
+
+std::optional<std::string> exportedPictureOf(const ZpContactDataInfo &contact) {
+    if (const NSDataRef data = contact.imageCharData(); data && data->length() > 0)
+        return asJpeg(std::string(data->bytes()));
+    const auto image = contact.image_data();
+    const NSDataRef data = image && !isPlaceholder(*image) ? image->data() : nullptr;
+    return data ? asJpeg(std::string(data->bytes())) : std::nullopt;
 }
 
 }  // namespace device::contacts

@@ -83,6 +83,8 @@ bool CliPresenter::act() {
         return answerPanel(*panel);
     if (const auto progress = progressOf(*window))
         return answerProgress(*progress);
+    if (filledIn_.lock() == window)
+        return answerFilledIn(*window);
     return answerInput(*window) || answerDialog(*window);
 }
 
@@ -171,8 +173,15 @@ bool CliPresenter::answerInput(NSWindow &window) {
         }
     if (!isAskedFor)
         return false;
-    ++timesActed_;
     inputs_.clear();
+    filledIn_ = std::static_pointer_cast<NSWindow>(window.shared_from_this());
+    return true;
+}
+
+// A turn later: a window may need one to see that it can be saved.
+bool CliPresenter::answerFilledIn(NSWindow &window) {
+    ++timesActed_;
+    filledIn_.reset();
     const Buttons buttons = pushButtons(window);
     const auto save = find(buttons, kSaveKeys), cancel = find(buttons, kCancelKeys);
     refused_ |= !save;

@@ -62,6 +62,7 @@ private:
     using Buttons = std::vector<std::shared_ptr<NSButton>>;
     bool answerPanel(NSSavePanel &panel);
     bool answerInput(NSWindow &window);
+    bool answerFilledIn(NSWindow &window);
     bool answerProgress(RUIProgressWindowController &progress);
     bool answerDialog(NSWindow &window);
     bool answerQuestion(NSWindow &window, const Buttons &buttons, const NSString &message);
@@ -76,7 +77,7 @@ private:
     std::map<std::string, NSString> inputs_;
     NSString endText_, lastDialogText_;
     bool refused_ = false, declines_ = false, isInterrupted_ = false;
-    std::weak_ptr<NSWindow> lastActedOn_;
+    std::weak_ptr<NSWindow> lastActedOn_, filledIn_;
     int timesActed_ = 0;
 };
 

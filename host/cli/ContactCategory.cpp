@@ -1,6 +1,9 @@
 #include "host/cli/ContactCategory.h"
 
+#include <unordered_map>
+
 #include "host/cli/Ending.h"
+#include "toolkit/lists/NSArrayController.h"
 #include "toolkit/lists/NSMutableArray.h"
 #include "toolkit/views/NSTextField.h"
 
@@ -73,6 +76,36 @@ std::size_t ContactCategory::rowOf(const std::string &key) const {
         if (all[row]->pKey() == NSString(key))
             return row;
     throw CommandError(kFailed, "no contact has the KEY " + key);
+}
+
+void ContactCategory::select(const NSIndexSet &rows) {
+    const auto controller = std::dynamic_pointer_cast<NSArrayController>(triple_.viewModel->valueForKey("arrayController").object());
+    context_.run([&] {
+        if (controller)
+            controller->setSelectionIndexes(rows);
+    });
+}
+
+void ContactCategory::select(const std::vector<std::string> &keys) {
+    std::unordered_map<NSString, std::size_t> places;
+    const ContactList all = rows();
+    for (std::size_t row = 0; row < all.size(); ++row)
+        places.try_emplace(all[row]->pKey(), row);
+    NSMutableIndexSet chosen;
+    for (const std::string &key : keys) {
+        const auto place = places.find(NSString(key));
+        if (place == places.end())
+            throw CommandError(kFailed, "no contact has the KEY " + key);
+        chosen.addIndex(place->second);
+    }
+    select(chosen);
+}
+
+void ContactCategory::selectAll() {
+    NSMutableIndexSet all;
+    for (std::size_t row = 0, count = rows().size(); row < count; ++row)
+        all.addIndex(row);
+    select(all);
 }
 
 void printContacts(const ContactList &contacts, Console &console) {

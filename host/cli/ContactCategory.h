@@ -25,8 +25,12 @@ public:
     [[nodiscard]] bool tellsOfCloud(Console &console) const;
     // The row with that pKey. Throws CommandError where none has it.
     [[nodiscard]] std::size_t rowOf(const std::string &key) const;
+    // Selects the rows with these pKeys, or all. Throws CommandError where one is missing; then the selection stays.
+    void select(const std::vector<std::string> &keys);
+    void selectAll();
 
 private:
+    void select(const NSIndexSet &rows);
     Context &context_;
     CategoryTriple triple_;
 };

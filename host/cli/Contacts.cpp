@@ -1,10 +1,16 @@
-// contacts list, show, groups, read, import.
+// contacts list, show, groups, read, import, export, add, edit, delete, duplicates, merge.
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <set>
+
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "host/cli/Commands.h"
 #include "host/cli/ContactCategory.h"
 #include "host/cli/ContactRecord.h"
 #include "host/cli/ImportFile.h"
 #include "toolkit/lists/NSArrayController.h"
+#include "toolkit/views/SetAsideFile.h"
 
 namespace host::cli {
 
@@ -94,11 +100,6 @@ Status groups(Context &context) {
 
 // ---------------------------------------------------------------- read, import
 
-void refuseTables(const ImportFile &file) {
-    if (file.kind() == ImportKind::table)
-        throw CommandError(kFailed, file.path().string() + ": tables of contacts (.csv) cannot be read yet, only cards (.vcf, .vcard)");
-}
-
 Status tellFatal(Context &context, const ImportFile &file) {
     const FatalParseFailure &fatal = *context.fatal();
     const std::string place = fatal.line() ? ":" + std::to_string(*fatal.line()) : "";
@@ -122,12 +123,12 @@ bool tellsWhyNothing(Context &context, const ImportFile &file, const id &model, 
 
 Status read(Context &context, const std::string &path) {
     const ImportFile file(path);
-    refuseTables(file);
     // Without a device: the category comes up empty, and its reader works all the same.
     const CategoryTriple triple = context.pluginAlone().choose(kContactsPlace);
     const NSString handed(file.handedOver(context.services().scratch()).string());
     ContactList contacts;
-    context.run([&] { contacts = contactsOf(triple.viewModel->perform("loadImportContactsVCFDataFromPath:", {handed})); });
+    const char *reader = file.kind() == ImportKind::table ? "contactsOfCSVFile:" : "loadImportContactsVCFDataFromPath:";
+    context.run([&] { contacts = contactsOf(triple.viewModel->perform(reader, {handed})); });
     if (context.fatal())
         return tellFatal(context, file);
     if (contacts.empty() && !tellsWhyNothing(context, file, triple.viewModel, handed))
@@ -165,7 +166,6 @@ Status tellCounts(Context &context, const char *failedVerb) {
 
 Status importFile(Context &context, const std::string &path) {
     const ImportFile file(path);
-    refuseTables(file);
     ContactCategory category(context);
     if (category.tellsOfCloud(context.console()))
         return kFailed;
@@ -185,7 +185,227 @@ Status importFile(Context &context, const std::string &path) {
     return context.counts().asked == 0 ? (isInterrupted() ? kCancelled : kFailed) : status;
 }
 
+// ---------------------------------------------------------------- export, delete, duplicates, merge
+
+// KEYs, or all.
+struct Selection {
+    std::vector<std::string> keys;
+    bool all = false;
+    void apply(ContactCategory &category) const { all ? category.selectAll() : category.select(keys); }
+};
+
+// What the answers to the flow's questions came to; absent where it ran.
+std::optional<Status> endedByAnswers(Context &context) {
+    if (isInterrupted())
+        return kCancelled;
+    return context.presenter().refused() ? std::optional(kFailed) : std::nullopt;
+}
+
+struct FileKind {
+    const char *extension, *selector;
+};
+constexpr FileKind kExports[] = {{"vcf", "exportTovCardFile:"}, {"csv", "exportToCSVFile:"}};
+
+Status exportTo(Context &context, const std::string &file, const Selection &selection) {
+    namespace fs = std::filesystem;
+    const fs::path path = fs::absolute(file).lexically_normal();
+    const NSString extension = NSString(path.string()).pathExtension();
+    const auto *kind = std::ranges::find_if(kExports, [&](const FileKind &k) { return extension.isEqualIgnoringCase(k.extension); });
+    if (kind == std::end(kExports))
+        throw CommandError(kFailed, path.string() + ": is neither .vcf nor .csv");
+    if (fs::exists(fs::symlink_status(path)) && (fs::is_directory(path) || !context.options().replace))
+        throw CommandError(kFailed, path.string() + ": exists already" + (fs::is_directory(path) ? "" : "; --replace replaces it"));
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    selection.apply(category);
+    context.presenter().saveTo(NSString(path.string()), context.options().replace);
+    context.run([&] { category.triple().viewManager->perform(kind->selector, {Value()}); });
+    const OperationCounts counts = context.counts();
+    if (counts.failed > 0)   // what the flow left there is an empty file: the old one comes back
+        SetAsideFile::failed(NSString(path.string()));
+    const bool isWritten = SetAsideFile::settleAll() && !context.presenter().refused() && counts.failed == 0;
+    const NSString text = context.presenter().text();
+    if (context.options().json)
+        context.console().document({{"count", counts.succeeded}, {"text", toJson(text)}});
+    else if (!text.isEmpty())
+        context.console().line(linesForPeople(text));
+    if (counts.failed > 0)
+        context.console().message(path.string() + ": not written" + (counts.reason ? ": " + counts.reason->text : ""));
+    return isInterrupted() && !isWritten ? kCancelled : isWritten ? kDone : kFailed;
+}
+
+Status deleteContacts(Context &context, const Selection &selection) {
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    selection.apply(category);
+    if (!category.rows().empty())
+        context.run([&] { category.triple().viewManager->perform("onDeleteButton:", {Value()}); });
+    const Status status = tellCounts(context, "deleted");
+    return context.counts().asked == 0 ? endedByAnswers(context).value_or(status) : status;
+}
+
+std::vector<ContactList> duplicateGroups(const ContactCategory &category) {
+    std::vector<ContactList> groups;
+    for (const id &group : objectsOf(category.triple().viewManager->valueForKey("dupcontactsArray")))
+        groups.push_back(contactsOf(group->valueForKey("dupContactGroupArray")));
+    return groups;
+}
+
+Status duplicates(Context &context, const std::optional<std::string> &text) {
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    if (text && !category.search(*text))
+        context.console().message("nothing matches " + *text + "; what stood on show stays there");
+    context.presenter().declineAll();
+    context.run([&] { category.triple().viewManager->perform("duplicateClick:", {Value()}); });
+    Json groups = Json::array();
+    for (const ContactList &group : duplicateGroups(category)) {
+        Json &keys = groups.emplace_back(Json::array());
+        for (const auto &contact : group)
+            keys.push_back(toJson(contact->pKey()));
+        if (context.options().json)
+            continue;
+        printContacts(group, context.console());
+        context.console().line("");
+    }
+    if (context.options().json)
+        context.console().document({{"groups", groups}});
+    return isInterrupted() ? kCancelled : kDone;
+}
+
+// Of each group that has become one contact, that contact.
+Json mergedOf(const std::vector<std::vector<NSString>> &groups, const ContactList &left) {
+    std::set<NSString> keys;
+    for (const auto &contact : left)
+        keys.insert(contact->pKey());
+    Json merged = Json::array();
+    for (const auto &group : groups)
+        if (std::ranges::count_if(group, [&](const NSString &key) { return keys.contains(key); }) == 1)
+            merged.push_back(toJson(*std::ranges::find_if(group, [&](const NSString &key) { return keys.contains(key); })));
+    return merged;
+}
+
+Status merge(Context &context) {
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    context.run([&] { category.triple().viewManager->perform("duplicateClick:", {Value()}); });
+    std::vector<std::vector<NSString>> groups;
+    for (const ContactList &group : duplicateGroups(category)) {
+        auto &keys = groups.emplace_back();
+        for (const auto &contact : group)
+            keys.push_back(contact->pKey());
+    }
+    const Json merged = mergedOf(groups, category.rows());
+    if (context.options().json)
+        context.console().document({{"merged", merged}});
+    else
+        for (const Json &key : merged)
+            context.console().line(forPeople(NSString(key.get<std::string>())));
+    const OperationCounts counts = context.counts();
+    if (counts.failed > 0)
+        context.console().message(std::to_string(counts.failed) + " of " + std::to_string(counts.asked) + " groups could not be merged" +
+                                  (counts.reason ? ": " + counts.reason->text : ""));
+    if (const auto ended = endedByAnswers(context))
+        return *ended;
+    if (counts.reason && counts.failed > 0 && counts.succeeded == 0)
+        return statusOf(counts.reason->kind);
+    return counts.failed > 0 ? kFailed : kDone;
+}
+
+// ---------------------------------------------------------------- add, edit
+
+// Texts of the editor's fields by their identifiers, absent ones stay as they are.
+struct Details {
+    std::map<std::string, std::optional<std::string>> texts;
+    std::vector<std::string> phones, emails, groups;
+
+    [[nodiscard]] std::map<std::string, NSString> inputs() const {
+        std::map<std::string, NSString> inputs;
+        for (const auto &[identifier, text] : texts)
+            if (text)
+                inputs[identifier] = NSString(*text);
+        const auto addRows = [&](const char *name, const std::vector<std::string> &rows) {
+            for (std::size_t row = 0; row < rows.size(); ++row)
+                inputs[name + std::to_string(row + 1)] = NSString(rows[row]);
+        };
+        addRows("phone", phones);
+        addRows("email", emails);
+        return inputs;
+    }
+};
+
+Status save(Context &context, const ContactCategory &category, const char *selector, const Details &details) {
+    context.presenter().fillIn(details.inputs());
+    context.run([&] { category.triple().viewManager->perform(selector, {Value()}); });
+    const OperationCounts counts = context.counts();
+    const bool isSaved = counts.succeeded > 0 && counts.failed == 0;
+    if (context.options().json)
+        context.console().document({{"saved", isSaved}});
+    if (counts.reason && !isSaved) {
+        context.console().message(counts.reason->text);
+        return statusOf(counts.reason->kind);
+    }
+    if (counts.asked == 0)
+        context.console().message(isInterrupted() ? "cancelled" : "nothing was saved: no text was given");
+    return isSaved ? kDone : isInterrupted() ? kCancelled : kFailed;
+}
+
+void tick(const ContactCategory &category, const std::vector<std::string> &names) {
+    for (const std::string &name : names) {
+        bool isFound = false;
+        for (const auto &group : category.groups())
+            if (group->groupName == NSString(name))
+                group->isSelected = isFound = true;
+        if (!isFound)
+            throw CommandError(kFailed, "no group is named " + name);
+    }
+}
+
+Status add(Context &context, const Details &details) {
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    tick(category, details.groups);
+    return save(context, category, "onNewButton:", details);
+}
+
+Status edit(Context &context, const std::string &key, const Details &details) {
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    category.select({key});
+    return save(context, category, "editMenuClick:", details);
+}
+
 // ---------------------------------------------------------------- the words
+
+void addDetails(CLI::App &command, const std::shared_ptr<Details> &details) {
+    for (const char *name : {"first", "last", "company", "note"})
+        command.add_option("--" + std::string(name), details->texts[name])->type_name("TEXT");
+    command.add_option("--phone", details->phones, "At most two")->type_name("NUMBER")->expected(1)->take_all();
+    command.add_option("--email", details->emails, "At most two")->type_name("ADDRESS")->expected(1)->take_all();
+}
+
+void demandTwoRows(const Details &details) {
+    if (details.phones.size() > 2 || details.emails.size() > 2)
+        throw CLI::ValidationError("--phone and --email", "are taken at most twice each");
+}
+
+// The KEYs or --all; one of the two is needed.
+void addSelection(CLI::App &command, const std::shared_ptr<Selection> &selection) {
+    CLI::Option *keys = command.add_option("KEY", selection->keys, "The contacts' KEYs, as list shows them");
+    CLI::Option *all = command.add_flag("--all", selection->all, "Every contact");
+    all->excludes(keys);
+}
+
+void demandSelection(const Selection &selection) {
+    if (selection.keys.empty() && !selection.all)
+        throw CLI::RequiredError("KEY or --all");
+}
 
 const bool registered = registerCommands({30, [](CLI::App &root, const Chosen &chosen) {
     CLI::App *contacts = root.add_subcommand("contacts", "The contacts of the device");
@@ -205,14 +425,52 @@ const bool registered = registerCommands({30, [](CLI::App &root, const Chosen &c
 
     const auto file = std::make_shared<std::string>();
     CLI::App *reading = contacts->add_subcommand("read", "What a file of contacts holds; needs no device");
-    reading->add_option("FILE", *file, "A file of cards: .vcf or .vcard")->required();
+    reading->add_option("FILE", *file, "A file of contacts: .vcf, .vcard or .csv")->required();
     reading->callback([=] { chosen([file](Context &context) { return read(context, *file); }); });
 
     const auto asIs = std::make_shared<bool>(false);
     CLI::App *importing = contacts->add_subcommand("import", "Import a file of contacts into the device");
-    importing->add_option("FILE", *file, "A file of cards: .vcf or .vcard")->required();
+    importing->add_option("FILE", *file, "A file of contacts: .vcf, .vcard or .csv")->required();
     importing->add_flag("--as-is", *asIs, "Hand the file over untouched (so far every file is)");
     importing->callback([chosen, file, asIs] { chosen([file](Context &context) { return importFile(context, *file); }); });
+
+    const auto selection = std::make_shared<Selection>();
+    CLI::App *exporting = contacts->add_subcommand("export", "Write contacts to a file, by its extension vcf or csv");
+    exporting->add_option("FILE", *file, "The new file")->required();
+    addSelection(*exporting, selection);
+    exporting->callback([=] {
+        demandSelection(*selection);
+        chosen([file, selection](Context &context) { return exportTo(context, *file, *selection); });
+    });
+
+    const auto details = std::make_shared<Details>();
+    CLI::App *adding = contacts->add_subcommand("add", "Add a contact");
+    addDetails(*adding, details);
+    adding->add_option("--group", details->groups, "The name of a group to add it to")->type_name("NAME")->expected(1)->take_all();
+    adding->callback([=] {
+        demandTwoRows(*details);
+        chosen([details](Context &context) { return add(context, *details); });
+    });
+    CLI::App *editing = contacts->add_subcommand("edit", "Change a contact");
+    editing->add_option("KEY", *key, "The contact's KEY, as list shows it")->required();
+    addDetails(*editing, details);
+    editing->callback([=] {
+        demandTwoRows(*details);
+        chosen([key, details](Context &context) { return edit(context, *key, *details); });
+    });
+
+    CLI::App *deleting = contacts->add_subcommand("delete", "Delete contacts from the device");
+    addSelection(*deleting, selection);
+    deleting->callback([=] {
+        demandSelection(*selection);
+        chosen([selection](Context &context) { return deleteContacts(context, *selection); });
+    });
+
+    CLI::App *finding = contacts->add_subcommand("duplicates", "The groups of contacts that repeat one another; changes nothing");
+    finding->add_option("--search", *text, "Only among those with this in name, phone number or e-mail address")->type_name("TEXT");
+    finding->callback([=] { chosen([text](Context &context) { return duplicates(context, *text); }); });
+
+    contacts->add_subcommand("merge", "Merge every group of duplicates into one contact")->callback([=] { chosen(merge); });
 }});
 
 }  // namespace

@@ -77,7 +77,6 @@ std::shared_ptr<RUIButton> button(Nib &nib, const std::shared_ptr<Manager> &mana
     auto made = nib.make<RUIButton>(NSRect(0, 0, 110, 28));
     made->setIdentifier(place.identifier);
     made->connect(manager, place.selector);
-    made->setEnabled(manager->respondsToSelector(place.selector));   // a flow that is not there yet
     ((*manager).*place.title).observe([weak = std::weak_ptr(made)](const NSString &title) {
         tell(weak, [&](NSButton &b) { b.setTitle(title); });
     });
@@ -156,7 +155,6 @@ void addMenu(const std::shared_ptr<RUIMenuTableView> &table, const std::shared_p
     const auto entry = [&](const char *selector, Property<NSString> &title) {
         auto item = make<NSMenuItem>(NSString(), selector);
         item->target = manager;
-        item->enabled = manager->respondsToSelector(selector);
         title.observe(
             [weak = std::weak_ptr(item)](const NSString &text) { tell(weak, [&](NSMenuItem &i) { i.title = text; }); });
         menu->addItem(item);
@@ -165,8 +163,8 @@ void addMenu(const std::shared_ptr<RUIMenuTableView> &table, const std::shared_p
     const auto edit = entry("editMenuClick:", manager->editTitle);
     entry("exportTovCardFile:", manager->toVcardTitle);
     entry("exportToCSVFile:", manager->toCSVTitle);
-    manager->editEnabled.observe([weak = std::weak_ptr(edit), exists = edit->enabled](const bool &enabled) {
-        tell(weak, [can = exists && enabled](NSMenuItem &i) { i.enabled = can; });
+    manager->editEnabled.observe([weak = std::weak_ptr(edit)](const bool &enabled) {
+        tell(weak, [enabled](NSMenuItem &i) { i.enabled = enabled; });
     });
     table->setRowMenu(menu);
 }

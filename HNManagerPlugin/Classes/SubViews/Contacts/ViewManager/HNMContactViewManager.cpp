@@ -24,8 +24,13 @@ HN_CLASS_TABLE(HNMContactViewManager, HNTableViewManager,
                    .selector("initContactManager", &HNMContactViewManager::initContactManager)
                    .selector("refreshContactFunc", &HNMContactViewManager::refreshContactFunc)
                    .selector("showSelectedContactInfoAtRow:", &HNMContactViewManager::showSelectedContactInfoAtRow)
+                   .selector("onNewButton:", &HNMContactViewManager::onNewButton)
+                   .selector("editMenuClick:", &HNMContactViewManager::editMenuClick)
                    .selector("onImportButton:", &HNMContactViewManager::onImportButton)
                    .selector("onDeleteButton:", &HNMContactViewManager::onDeleteButton)
+                   .selector("onExportButton:", &HNMContactViewManager::onExportButton)
+                   .selector("exportTovCardFile:", &HNMContactViewManager::exportTovCardFile)
+                   .selector("exportToCSVFile:", &HNMContactViewManager::exportToCSVFile)
                    .selector("duplicateClick:", &HNMContactViewManager::duplicateClick)
                    .selector("deviceDisConnectNotify:", &HNMContactViewManager::deviceDisConnectNotify))
 

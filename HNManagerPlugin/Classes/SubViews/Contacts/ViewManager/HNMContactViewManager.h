@@ -40,11 +40,22 @@ public:
     void showSelectedContactInfoAtRow(std::int64_t row);
     void deSelectAllContactGroup();
 
+    // The editor; what it saves goes to the device in the background. An edit passes no groups and tells nothing.
+    void onNewButton(const id &sender);
+    void editMenuClick(const id &sender);
+    void openAddNewContactResultWindow(bool success);
     void onImportButton(const id &sender);
     // Deletes the rows that are selected at the click; reads nothing anew.
     void onDeleteButton(const id &sender);
     // The question before; 1 goes on.
     [[nodiscard]] std::int64_t openDeleteDialog();
+    // Shows the two entries below under the export button.
+    void onExportButton(const id &sender);
+    // The selected rows, to a file that the person names. The first writes on the main thread and tells how many were asked
+    // for; the second writes in the background and tells how many the device layer wrote.
+    void exportTovCardFile(const id &sender);
+    void exportToCSVFile(const id &sender);
+    void openExportResultWindow_Count(const NSString &path, std::int64_t count);
     // Searches in the background behind a message, then startDuplicate.
     void duplicateClick(const id &sender);
     // Shows the groups in the merge window and merges what the person left ticked. Returns before the merges are done.
@@ -78,6 +89,10 @@ private:
     void reportImportOf(const NSString &path);
     void importContacts(const ContactList &contacts);
     [[nodiscard]] NSArray selectedRows() const;
+    // The contact that was saved, and the groups that were ticked; null for none.
+    [[nodiscard]] std::pair<std::shared_ptr<ZpContactDataInfo>, ContactGroupList>
+    runEditor(const std::shared_ptr<ZpContactDataInfo> &contact);
+    [[nodiscard]] NSString chooseExportFile(const NSString &type) const;
     void deleteContacts(const ContactList &contacts);
     void removeDeleted(const NSArray &deleted);
     void merge(const ContactList &survivors, const HNMPublicProgressWindow &progress);   // the worker's

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRepeatCheck.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/CsvFileReader.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/DuplicateSearch.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/VCardFileReader.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
@@ -37,6 +38,11 @@ HN_CLASS_TABLE(HNMContactViewModel, HNMbaseViewModel,
                              [](NSObject &o, const std::vector<Value> &arguments) {
                                  auto &model = static_cast<HNMContactViewModel &>(o);
                                  return Value(listOf(model.loadImportContactsVCFDataFromPath(firstText(arguments))));
+                             })
+                   .selector("contactsOfCSVFile:",
+                             [](NSObject &o, const std::vector<Value> &arguments) {
+                                 auto &model = static_cast<HNMContactViewModel &>(o);
+                                 return Value(listOf(model.contactsOfCSVFile(firstText(arguments))));
                              })
                    .selector("unreadableReasonOfFile:",
                              [](NSObject &, const std::vector<Value> &arguments) {
@@ -168,7 +174,11 @@ ContactList HNMContactViewModel::loadImportContactsVCFDataFromPath(const NSStrin
     return VCardFileReader::read(path, [](std::string_view text) { RVLog(NSString(text)); });
 }
 
+ContactList HNMContactViewModel::contactsOfCSVFile(const NSString &path) { return CsvFileReader::read(path); }
+
 ContactList HNMContactViewModel::contactsOfImportFile(const NSString &path) {
+    if (path.pathExtension().isEqualIgnoringCase("csv"))
+        return combineImportRepeatContacts(contactsOfCSVFile(path));
     if (path.pathExtension().isEqualIgnoringCase("vcf"))
         return combineImportRepeatContacts(loadImportContactsVCFDataFromPath(path));
     return {};
@@ -235,6 +245,17 @@ bool HNMContactViewModel::addContactToDevice_addToGroup(const std::shared_ptr<Zp
 std::int64_t HNMContactViewModel::editContactsFromArray(const ContactList &list) {
     CContactManagerImpl *const device = contacts();
     return device ? device->editContacts_onGroups(list, {}) : 0;
+}
+
+void HNMContactViewModel::exportContactsToVCFToPath_exportContacts(const NSString &path, const ContactList &list) {
+    if (CContactManagerImpl *const device = contacts())
+        device->exportContactsToVCFFile_toPath(list, path);
+}
+
+void HNMContactViewModel::exportContactsToPath_exportContacts_callBack(const NSString &path, const ContactList &list,
+                                                                       const CContactManagerImpl::ExportFinish &callBack) {
+    if (CContactManagerImpl *const device = contacts())
+        device->exportContactsToCSVFileFromArray_toPath_callBack(list, path, callBack);
 }
 
 std::int64_t HNMContactViewModel::checkContactiCloudState() {

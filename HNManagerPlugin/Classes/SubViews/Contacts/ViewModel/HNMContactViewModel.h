@@ -41,6 +41,8 @@ public:
     [[nodiscard]] ContactList contactsOfImportFile(const NSString &path);
     // The card reader alone; see VCardFileReader.h.
     [[nodiscard]] ContactList loadImportContactsVCFDataFromPath(const NSString &path);
+    // The CSV readers and their last stage; see CsvFileReader.h.
+    [[nodiscard]] ContactList contactsOfCSVFile(const NSString &path);
     [[nodiscard]] NSString deleteEnterChar(const NSString &text) const;
     // Against the contacts on show.
     [[nodiscard]] std::shared_ptr<ZpContactDataInfo> isContactRepeat(const std::shared_ptr<ZpContactDataInfo> &record);
@@ -59,6 +61,9 @@ public:
     bool addContactToDevice_addToGroup(const std::shared_ptr<ZpContactDataInfo> &contact,
                                        const ContactGroupList &groups);
     std::int64_t editContactsFromArray(const ContactList &contacts);
+    void exportContactsToVCFToPath_exportContacts(const NSString &path, const ContactList &contacts);
+    void exportContactsToPath_exportContacts_callBack(const NSString &path, const ContactList &contacts,
+                                                      const CContactManagerImpl::ExportFinish &callBack);
     // `merged` is one of the group: the others go.
     bool combineRepeatContacts_newContact_toGroup(const ContactList &group, const std::shared_ptr<ZpContactDataInfo> &merged,
                                                   const ContactGroupList &groups);

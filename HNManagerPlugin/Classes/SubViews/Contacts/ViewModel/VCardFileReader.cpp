@@ -1,15 +1,10 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/VCardFileReader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cerrno>
-#include <memory>
 
+#include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/WholeFile.h"
 #include "HNManagerPlugin/contracts/RVFoundation/FatalParseFailure.h"
 #include "HNManagerPlugin/contracts/RVFoundation/NSDataBase64.h"
 
@@ -542,42 +537,6 @@ NSString Scan::plainLabel() const {
 
 // ---------------------------------------------------------------- the file
 
-struct Buffer {
-    std::unique_ptr<char[]> bytes;
-    std::size_t size = 0;
-    [[nodiscard]] std::string_view view() const { return {bytes.get(), size}; }
-};
-
-std::optional<Buffer> readAll(int file) {
-    struct stat about {};
-    if (fstat(file, &about) != 0 || !S_ISREG(about.st_mode))
-        return std::nullopt;
-    const auto room = static_cast<std::size_t>(about.st_size);
-    Buffer buffer{std::make_unique_for_overwrite<char[]>(room), 0};
-    while (buffer.size < room) {
-        const ssize_t got = ::read(file, buffer.bytes.get() + buffer.size, room - buffer.size);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            return std::nullopt;
-        if (got == 0)
-            break;
-        buffer.size += static_cast<std::size_t>(got);
-    }
-    return buffer;
-}
-
-std::optional<Buffer> readFile(const NSString &path) {
-    if (path.isEmpty() || path.containsString(std::string_view("\0", 1)))
-        return std::nullopt;
-    const int file = ::open(path.UTF8String(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);   // a FIFO must not hold us up
-    if (file < 0)
-        return std::nullopt;
-    std::optional<Buffer> buffer = readAll(file);
-    ::close(file);
-    return buffer;
-}
-
 std::int64_t lineOfFirstBadByte(std::string_view text) {
     std::int64_t line = 1;
     for (std::size_t at = 0; at < text.size();) {
@@ -596,7 +555,7 @@ ContactList VCardFileReader::readText(std::string_view utf8, const NSString &fil
 }
 
 ContactList VCardFileReader::read(const NSString &path, const Log &log) {
-    const std::optional<Buffer> buffer = readFile(path);
+    const std::optional<WholeFile> buffer = WholeFile::read(path);
     if (!buffer || !unicode::isValid(buffer->view()))
         return {};
     return readText(buffer->view(), path, log);
@@ -607,7 +566,7 @@ NSString VCardFileReader::deleteEnterChar(const NSString &text) {
 }
 
 std::optional<VCardFileReader::Unreadable> VCardFileReader::whyNothing(const NSString &path) {
-    const std::optional<Buffer> buffer = readFile(path);
+    const std::optional<WholeFile> buffer = WholeFile::read(path);
     if (!buffer)
         return Unreadable{std::nullopt, "the file cannot be read"};
     if (!unicode::isValid(buffer->view()))

@@ -26,7 +26,11 @@ void MemoryContacts::getContactDataFromAddressList() {
 std::int64_t MemoryContacts::isDeviceiCloudOpen(std::int64_t kind) { return kind == 0 ? cloud : 0; }
 
 bool MemoryContacts::addNewContact_toGroups(const std::shared_ptr<ZpContactDataInfo> &contact,
-                                            const ContactGroupList &) {
+                                            const ContactGroupList &into) {
+    for (const auto &group : into)
+        log.add("into " + group->groupName.str());
+    if (std::ranges::find(refused, contact->first_name()) != refused.end())
+        return false;
     stored.push_back(contact);
     return true;
 }
@@ -60,6 +64,21 @@ void MemoryContacts::deleteContactsOrGroups_callBack(const ContactList &contacts
             std::erase(stored, contact);
         progress(i, total, contact, !fails, &stop);
     }
+}
+
+std::int64_t MemoryContacts::editContacts_onGroups(const ContactList &contacts, const ContactGroupList &into) {
+    log.add("edit " + contacts.front()->pKey().str() + " groups " + std::to_string(into.size()));
+    return std::ranges::find(refused, contacts.front()->first_name()) == refused.end() ? 1 : 0;
+}
+
+void MemoryContacts::exportContactsToVCFFile_toPath(const ContactList &contacts, const NSString &path) {
+    log.add("cards " + std::to_string(contacts.size()) + " " + path.lastPathComponent().str());
+}
+
+void MemoryContacts::exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &contacts, const NSString &path,
+                                                                      const ExportFinish &finish) {
+    log.add("table " + std::to_string(contacts.size()) + " " + path.lastPathComponent().str());
+    finish(0, static_cast<std::int64_t>(contacts.size()) - 1);
 }
 
 bool MemoryContacts::combineRepeatContacts_newContact_toGroup(const ContactList &contacts,

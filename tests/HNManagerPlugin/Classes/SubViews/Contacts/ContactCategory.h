@@ -27,11 +27,12 @@ public:
     bool addNewContact_toGroups(const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override;
     void addNewContacts_toGroups_progress(const ContactList &contacts, const ContactGroupList &groups,
                                           const AddProgress &progress) override;
-    std::int64_t editContacts_onGroups(const ContactList &, const ContactGroupList &) override { return 0; }
+    std::int64_t editContacts_onGroups(const ContactList &contacts, const ContactGroupList &groups) override;
     void deleteContactsOrGroups_callBack(const ContactList &contacts, const DeleteProgress &progress) override;
-    void exportContactsToVCFFile_toPath(const ContactList &, const NSString &) override {}
-    void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &, const NSString &,
-                                                          const ExportFinish &) override {}
+    // Both only say so; the second claims one contact fewer than it was given.
+    void exportContactsToVCFFile_toPath(const ContactList &contacts, const NSString &path) override;
+    void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &contacts, const NSString &path,
+                                                          const ExportFinish &finish) override;
     // Refuses a survivor whose display name stands in `refused`.
     bool combineRepeatContacts_newContact_toGroup(const ContactList &, const std::shared_ptr<ZpContactDataInfo> &,
                                                   const ContactGroupList &) override;

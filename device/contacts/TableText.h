@@ -1,0 +1,31 @@
+// Contacts as a CSV table in the vocabulary of our own CSV reader.
+//
+// Columns  the plain fields, then each kind of list as numbered groups ("Phone 1 - Type", "Phone 1 - Value", ...), as many
+//          as the richest contact needs, at least one telephone number; a last column without texts closes the row, so
+//          that neither the line end nor an odd quote of a value before it reaches the reader's repair of cut fields.
+// Texts    quoted where they hold a comma or a quote. Backslashes are doubled; a line break is backslash-n in a plain field
+//          and a blank in a group, whose reader takes them out. A group's type is never quoted, since the reader would
+//          keep the quotes: commas, quotes and backslashes in it stand in full-width form.
+// Lines    CRLF; one contact a line, the last one ended too.
+// Left out pictures, completeName, country codes, list items without a value. Threads: any.
+#pragma once
+
+#include <string>
+
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
+
+namespace device::contacts {
+
+class TableText {
+public:
+    explicit TableText(const ContactList &contacts);
+
+    void appendHeading(std::string &to) const;
+    void appendRow(std::string &to, const ZpContactDataInfo &contact) const;
+
+private:
+    static constexpr std::size_t kGroups = 7;
+    std::size_t most_[kGroups] = {};   // groups of each kind
+};
+
+}  // namespace device::contacts

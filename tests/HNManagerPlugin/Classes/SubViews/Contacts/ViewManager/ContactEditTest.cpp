@@ -1,0 +1,142 @@
+#include "HNManagerPlugin/Classes/SubViews/Contacts/NewContactWindow/NewContactDialogWindow.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+#include "tests/support/AnswerScript.h"
+#include "toolkit/views/NSApplication.h"
+
+namespace {
+
+constexpr const char *kWindow = "ContactView_button_NewContact";
+constexpr const char *kAdded = "ContactView_AddNewContactSuccess";
+
+class ContactEdit : public ContactCategory {
+protected:
+    [[nodiscard]] static std::shared_ptr<NewContactDialogWindow> shown() {
+        return std::dynamic_pointer_cast<NewContactDialogWindow>(NSApp()->modalWindow()->windowController());
+    }
+    void group(const char *name) {
+        auto made = make<ContactGroupInfo>();
+        made->groupName = name;
+        device_->groups.push_back(made);
+    }
+    void edit(std::size_t row) {
+        select({row});
+        manager_->editMenuClick(nullptr);
+        world_.settle();
+    }
+};
+
+TEST_F(ContactEdit, addsWhatWasTyped) {
+    openWith({});
+    device_->log.take();
+    EventLog log;
+    AnswerScript answers(&log);
+    answers.at(kWindow).type("first", "Ann").type("phone2", "55").type("email1", "a@b").type("note", "hi").press("FileManager_Save");
+    answers.at(kAdded).press("FileManager_OK");
+    click("NewContactButton");
+    world_.settle();
+    ASSERT_EQ(device_->stored.size(), 1U);
+    EXPECT_EQ(described(*device_->stored[0]),
+              "first_name=Ann; notes=hi; tel(Home)=~; tel(Work)=55; email(Home)=a@b; email(Work)=~");
+    EXPECT_NE(log.take().find("asks ContactView_ImportWindowTitle|" + std::string(kAdded) + " [FileManager_OK]"), std::string::npos);
+    EXPECT_EQ(model_->globalArray->count(), 1U);   // read anew
+}
+
+TEST_F(ContactEdit, aRefusedContactIsTold) {
+    openWith({});
+    device_->refused = {"Ann"};
+    AnswerScript answers;
+    answers.at(kWindow).type("first", "Ann").press("FileManager_Save");
+    answers.at("ContactView_AddNewContactFailed").press("FileManager_OK");
+    click("NewContactButton");
+    world_.settle();
+    EXPECT_TRUE(device_->stored.empty());
+}
+
+TEST_F(ContactEdit, saveIsOffUntilSomethingButBlanksIsTyped) {
+    add("Ann")->setFirst_name("Ann");
+    openWith({});
+    AnswerScript answers;
+    answers.at(kWindow)
+        .run([] { EXPECT_FALSE(shown()->saveButton.lock()->isEnabled()); })
+        .type("last", "  ")
+        .run([] { EXPECT_TRUE(shown()->saveButton.lock()->isEnabled()); })   // the first name of the same section holds text
+        .press("FileManager_Cancel");
+    edit(0);
+    answers.at(kWindow)
+        .type("phone2", " \t")
+        .run([] { EXPECT_FALSE(shown()->saveButton.lock()->isEnabled()); })
+        .type("phone2", "1")
+        .run([] { EXPECT_TRUE(shown()->saveButton.lock()->isEnabled()); })
+        .type("phone2", "")
+        .run([] { EXPECT_FALSE(shown()->saveButton.lock()->isEnabled()); })
+        .closeByTitleBar();
+    edit(0);
+    EXPECT_EQ(device_->log.take(), "read");
+}
+
+TEST_F(ContactEdit, aThirdNumberStaysUntouched) {
+    add("Ann")->mutable_phone_numbers() = {{"a", "1"}, {"b", "2"}, {"c", "3"}};
+    openWith({});
+    AnswerScript answers;
+    answers.at(kWindow)
+        .run([] {
+            const auto table = shown()->viewModel->phoneGroup.lock()->tableView.lock();
+            EXPECT_EQ(table->numberOfRows(), 2);
+        })
+        .type("phone1", "9")
+        .press("FileManager_Save");
+    edit(0);
+    EXPECT_EQ(device_->log.take(), "read\nedit 1 groups 0\nread");
+    EXPECT_EQ(described(*device_->stored[0]),
+              "pKey=1; completeName=Ann; tel(a)=9; tel(b)=2; tel(c)=3; email(Home)=~; email(Home)=~");
+}
+
+TEST_F(ContactEdit, aCancelledEditStaysOnShow) {
+    add("Ann");
+    openWith({});
+    AnswerScript answers;
+    answers.at(kWindow).type("note", "typed").press("FileManager_Cancel");
+    edit(0);
+    EXPECT_EQ(model_->contents->at<ZpContactDataInfo>(0)->notes(), "typed");
+    EXPECT_EQ(device_->log.take(), "read");
+}
+
+TEST_F(ContactEdit, tickedGroupsGoAlongAndAreForgotten) {
+    group("A");
+    group("B");
+    group("C");
+    openWith({});
+    device_->log.take();
+    AnswerScript answers;
+    answers.at(kWindow)
+        .run([] {
+            shown()->expandGroupInfoView();
+            EXPECT_DOUBLE_EQ(shown()->contactGroup.lock()->frame().size.height, 3 * 32 + 30);
+            const auto table = shown()->contactGroup.lock()->tableView.lock();
+            for (const std::int64_t row : {0, 2})
+                std::dynamic_pointer_cast<NSButton>(table->viewAtColumn_row_makeIfNecessary(0, row, true)->viewWithIdentifier("Group"))
+                    ->performClick();
+        })
+        .type("first", "Ann")
+        .run([] { EXPECT_FALSE(shown()->isGroupListOpen()); })   // typing has closed it
+        .press("FileManager_Save");
+    answers.at(kAdded).press("FileManager_OK");
+    click("NewContactButton");
+    world_.settle();
+    EXPECT_EQ(device_->log.take(), "into A\ninto C\nread");
+    for (const auto &group : device_->groups)
+        EXPECT_FALSE(group->isSelected);
+}
+
+TEST_F(ContactEdit, aCancelledPicturePanelClearsThePicture) {
+    add("Ann")->setImage_data(NSImage::withData(NSData::of("x")));
+    openWith({});
+    AnswerScript answers;
+    answers.at(kWindow).run([] { shown()->photoView.lock()->choose(); }).press("FileManager_Cancel");
+    answers.openPanel().cancel();
+    edit(0);
+    EXPECT_FALSE(model_->contents->at<ZpContactDataInfo>(0)->image_data());
+}
+
+}   // namespace

@@ -1,0 +1,70 @@
+#include <filesystem>
+#include <random>
+
+#include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
+#include "tests/support/AnswerScript.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class ContactExport : public ContactCategory {
+protected:
+    ContactExport() : folder_(fs::path(HN_BINARY_DIR) / ("export-" + std::to_string(std::random_device{}()))) {
+        fs::create_directories(folder_);
+        world_.setTexts({{"ContactView_successExport", "%ld exported"}, {"ContactView_successExport(s)", "%ld exported (s)"}});
+    }
+    ~ContactExport() override { fs::remove_all(folder_); }
+    [[nodiscard]] NSString path(const char *name) const { return NSString((folder_ / name).string()); }
+    void export_(AnswerScript &answers, const char *entry, const char *name) {
+        answers.savePanel().choose({path(name)});
+        answers.menu(entry);
+        click("ExportButton");
+        world_.settle();
+    }
+    static constexpr const char *kCards = "ContactView_Menu_ToVcard", *kTable = "ContactView_Menu_ToCSV";
+    fs::path folder_;
+};
+
+TEST_F(ContactExport, cardsTellTheNumberAskedForTablesTheLayers) {
+    openWith({"Ann", "Bob", "Cid"});
+    device_->log.take();
+    select({0, 2});
+    AnswerScript answers;
+    answers.at("2 exported (s)").press("FileManager_OK");
+    export_(answers, kCards, "a.vcf");
+    EXPECT_EQ(RVProductConfig::valueForKey("ContactExportPathKey"), NSString(folder_.string()));
+    answers.at("1 exported").press("FileManager_OK");
+    export_(answers, kTable, "a.csv");
+    select({1});
+    answers.at("1 exported").press("FileManager_OK");
+    export_(answers, kCards, "b.vcf");
+    EXPECT_EQ(device_->log.take(), "cards 2 a.vcf\ntable 2 a.csv\ncards 1 b.vcf");
+}
+
+TEST_F(ContactExport, withoutASelectionAnEmptyFileStaysAndNoWindowComes) {
+    openWith({"Ann"});
+    device_->log.take();
+    AnswerScript answers;
+    export_(answers, kCards, "a.vcf");
+    export_(answers, kTable, "a.csv");
+    EXPECT_EQ(fs::file_size(folder_ / "a.vcf"), 0U);
+    EXPECT_EQ(fs::file_size(folder_ / "a.csv"), 0U);
+    EXPECT_EQ(device_->log.take(), "");
+}
+
+TEST_F(ContactExport, aCancelledPanelChangesNothing) {
+    openWith({"Ann"});
+    select({0});
+    AnswerScript answers;
+    answers.savePanel().cancel();
+    manager_->exportTovCardFile(nullptr);
+    answers.savePanel().cancel();
+    manager_->exportToCSVFile(nullptr);
+    world_.settle();
+    EXPECT_TRUE(RVProductConfig::valueForKey("ContactExportPathKey").isNil());
+    EXPECT_TRUE(fs::is_empty(folder_));
+}
+
+}   // namespace
