@@ -93,7 +93,7 @@ TEST_F(ContactEdit, aThirdNumberStaysUntouched) {
 }
 
 TEST_F(ContactEdit, aCancelledEditStaysOnShow) {
-    add("Ann");
+    (void)add("Ann");
     openWith({});
     AnswerScript answers;
     answers.at(kWindow).type("note", "typed").press("FileManager_Cancel");

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include "tests/host/Program.h"
+
+using testhost::Outcome;
+using testhost::Program;
+using nlohmann::ordered_json;
+
+namespace {
+
+constexpr const char *kTwins = "BEGIN:VCARD\r\nN:Hopper;Grace;;;\r\nTEL;type=CELL:555 1\r\nEMAIL;type=HOME:g@example.com\r\nNOTE:a\\nb\r\nEND:VCARD\r\n"
+                               "BEGIN:VCARD\r\nN:Hopper;Grace;;;\r\nTEL;type=WORK:555 2\r\nEMAIL;type=HOME:g@example.com\r\nNOTE:a\\nb\r\nEND:VCARD\r\n";
+
+std::string emptyImage(const Program &program, const char *name) {
+    EXPECT_EQ(program.run({"device", "create", name, "--name", name}).status, 0);
+    return name;
+}
+
+std::string imageWithTwins(const Program &program) {
+    const std::string image = emptyImage(program, "twins");
+    EXPECT_EQ(program.run({"--device", image, "contacts", "import", program.file("twins.vcf", kTwins)}).status, 0);
+    return image;
+}
+
+// What an export has to carry, one contact a line.
+std::string told(const ordered_json &list) {
+    std::string text;
+    for (const auto &contact : list["contacts"]) {
+        text += contact["first_name"].get<std::string>() + " " + contact["last_name"].get<std::string>();
+        for (const auto &phone : contact["phone_numbers"])
+            text += " " + phone["phone_number"].get<std::string>();
+        for (const auto &email : contact["emails"])
+            text += " " + email["email"].get<std::string>();
+        text += "\n";
+    }
+    return text;
+}
+
+}  // namespace
+
+class ContactsExport : public testing::TestWithParam<const char *> {};
+
+TEST_P(ContactsExport, comesBackIntoAnEmptyImage) {
+    const Program program;
+    const std::string image = imageWithTwins(program), file = std::string("out.") + GetParam();
+    EXPECT_EQ(program.json({"--device", image, "contacts", "export", file, "--all"}).dump(),
+              R"({"count":2,"text":"2 contacts were exported."})");
+    const std::string other = emptyImage(program, "other");
+    EXPECT_EQ(program.json({"--device", other, "contacts", "import", file}).dump(),
+              R"({"succeeded":2,"failed":0,"text":"2 contacts were imported."})");
+    EXPECT_EQ(told(program.json({"--device", other, "contacts", "list"})),
+              "Grace Hopper 555 1 g@example.com\nGrace Hopper 555 2 g@example.com\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Format, ContactsExport, testing::Values("vcf", "csv"), [](const auto &row) { return std::string(row.param); });
+
+TEST(ContactsExportTarget, thatExistsIsKeptUnlessToldOtherwise) {
+    const Program program;
+    const std::string image = imageWithTwins(program), file = program.file("kept.vcf", "mine");
+    const Outcome refused = program.run({"--device", image, "contacts", "export", file, "1"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("exists already"), std::string::npos) << refused.err;
+    EXPECT_EQ(testhost::readFile(program.home() / "kept.vcf"), "mine");
+    EXPECT_EQ(program.run({"--device", image, "--replace", "contacts", "export", file, "1"}).status, 0);
+    EXPECT_TRUE(testhost::readFile(program.home() / "kept.vcf").starts_with("BEGIN:VCARD\r\n"));
+    EXPECT_EQ(program.run({"--device", image, "contacts", "export", "new.vcf", "1", "99"}).status, 1);
+    EXPECT_FALSE(std::filesystem::exists(program.home() / "new.vcf"));   // one KEY without a row: nothing is made
+}
+
+TEST(ContactsMerge, makesOneOfATwinAndAsksFirst) {
+    const Program program;
+    const std::string image = imageWithTwins(program);
+    EXPECT_EQ(program.json({"--device", image, "contacts", "duplicates"})["groups"].size(), 1u);
+    EXPECT_EQ(program.run({"--device", image, "contacts", "merge"}).status, 1);
+    EXPECT_EQ(program.json({"--device", image, "contacts", "list"})["contacts"].size(), 2u);
+    EXPECT_EQ(program.json({"--device", image, "--yes", "contacts", "merge"})["merged"].size(), 1u);
+    const ordered_json list = program.json({"--device", image, "contacts", "list"});
+    ASSERT_EQ(list["contacts"].size(), 1u);
+    EXPECT_EQ(list["contacts"][0]["phone_numbers"].size(), 2u);
+    EXPECT_EQ(program.json({"--device", image, "--yes", "contacts", "merge"}).dump(), R"({"merged":[]})");
+}
+
+TEST(ContactsDelete, takesTheRowsNamedAfterAQuestion) {
+    const Program program;
+    const std::string image = imageWithTwins(program);
+    EXPECT_EQ(program.run({"--device", image, "contacts", "delete", "1"}).status, 1);
+    EXPECT_EQ(program.run({"--device", image, "--yes", "contacts", "delete", "1", "77"}).status, 1);
+    EXPECT_EQ(program.json({"--device", image, "contacts", "list"})["contacts"].size(), 2u);
+    EXPECT_EQ(program.json({"--device", image, "--yes", "contacts", "delete", "1"})["succeeded"], 1);
+    const ordered_json left = program.json({"--device", image, "contacts", "list"});
+    ASSERT_EQ(left["contacts"].size(), 1u);
+    EXPECT_EQ(left["contacts"][0]["pKey"], "2");
+}
+
+TEST(ContactsEditor, addsAndEdits) {
+    const Program program;
+    const std::string image = emptyImage(program, "editor");
+    EXPECT_EQ(program.json({"--device", image, "contacts", "add", "--first", "Neu", "--last", "Kontakt", "--phone", "1", "--phone", "2",
+                            "--email", "n@example.com"})
+                  .dump(),
+              R"({"saved":true})");
+    EXPECT_EQ(told(program.json({"--device", image, "contacts", "list"})), "Neu Kontakt 1 2 n@example.com\n");
+    EXPECT_EQ(program.json({"--device", image, "contacts", "edit", "1", "--first", "Alt"})["saved"], true);
+    EXPECT_EQ(told(program.json({"--device", image, "contacts", "list"})), "Alt Kontakt 1 2 n@example.com\n");
+    EXPECT_EQ(program.json({"--device", image, "contacts", "add"}, 1)["saved"], false);
+    EXPECT_EQ(program.run({"--device", image, "contacts", "add", "--phone", "1", "--phone", "2", "--phone", "3"}).status, 2);
+    EXPECT_EQ(program.run({"--device", image, "contacts", "add", "--first", "X", "--group", "Nobody"}).status, 1);
+    EXPECT_EQ(program.json({"--device", image, "contacts", "list"})["contacts"].size(), 1u);
+}
