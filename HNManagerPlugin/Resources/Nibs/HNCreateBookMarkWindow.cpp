@@ -1,8 +1,8 @@
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewManager/HNCreateBookMarkWindow.h"
 
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewManager/InputWindow.h"
+#include "HNManagerPlugin/Resources/Nibs/NibParts.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"
-#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 
 static const NibRegistry::Entry entry("HNCreateBookMarkWindow", [](Nib &nib) {
     const auto owner = nib.owner<HNCreateBookMarkWindow>();
@@ -11,15 +11,7 @@ static const NibRegistry::Entry entry("HNCreateBookMarkWindow", [](Nib &nib) {
     name->setIdentifier("nameTextField");
     const auto url = nib.make<NSTextField>(NSRect(24, 68, 392, 28));
     url->setIdentifier("URLTextField");
-    const auto cancel = nib.make<RUIButton>(NSRect(196, 16, 104, 28));
-    cancel->setIdentifier("cancelButton");
-    cancel->setBorderColor(UIThemeColor());
-    cancel->setKeyEquivalent("\x1b");
-    cancel->connect(owner, "onCancelButton:");
-    const auto save = nib.make<RUIButton>(NSRect(312, 16, 104, 28));
-    save->setIdentifier("saveButton");
-    save->setKeyEquivalent("\r");
-    save->connect(owner, "onSaveButton:");
+    const auto [cancel, save] = nibParts::dialogButtons(nib, owner, 440, "onCancelButton:", "onSaveButton:");
     for (const std::shared_ptr<NSView> &view : NSView::List{name, url, cancel, save})
         window->contentView()->addSubview(view);
     for (const auto &field : {name, url})
@@ -30,9 +22,7 @@ static const NibRegistry::Entry entry("HNCreateBookMarkWindow", [](Nib &nib) {
     owner->cancelButton = cancel;
     owner->bookMarkName.observe([field = std::weak_ptr(name)](const NSString &text) { inputWindow::showText(field, text); });
     owner->bookMarkURL.observe([field = std::weak_ptr(url)](const NSString &text) { inputWindow::showText(field, text); });
-    owner->saveButtonEnabled.observe([link = std::weak_ptr(save)](const bool &enabled) {
-        tell(link, [enabled](RUIButton &button) { button.setEnabled(enabled); });
-    });
+    nibParts::enabledBy(owner->saveButtonEnabled, save);
     window->setInitialFirstResponder(name);
     window->center();
     nib.setWindow(window);
