@@ -1,0 +1,99 @@
+// The threads of the device's messages, and the way to them: a device backup of the messages alone into a folder of the
+// user's, its parse, the threads.
+//
+// Load      startSyncBackUp (room on the disk, the password of an encrypted backup; modal), then reloadData, which returns
+//           at once. The load ends with one `backupFinished`, on the main thread after threads were built, else on a thread
+//           of the device layer. A backup of an earlier load that is still running is superseded and ends without one.
+// Lists     `contents` by the last message's time, newest first; `globalArray` in the order of the parse.
+// Filter    phoneNumberModels has, under each of the user's own numbers and under "All", an NSMutableArray of threads.
+// Backup    stays on disk: pictures on show and exports are read from it.
+// Threads   main, unless told otherwise. Threads are built on the global queue while the manager's loadingFinished is false.
+#pragma once
+
+#include "HNManagerPlugin/Classes/SubViews/Message/MessageTableView/HNMessageDetailViewController.h"
+#include "HNManagerPlugin/Classes/SubViews/Message/ViewModel/HNMessageEntity.h"
+#include "HNManagerPlugin/Classes/SubViews/Message/ViewModel/MessageTexts.h"
+#include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/CContactManagerImpl.h"
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/RKBackupAndRestoreTask.h"
+#include "toolkit/Property.h"
+
+class HNFMBackupDecryptionController;
+
+class HNMMessageViewModel : public HNMbaseViewModel, public RKBackupAndRestoreTaskDelegate {
+public:
+    HN_DECLARE_CLASS_TABLE
+    static constexpr std::int64_t kRoomForBackup = 1'048'576'000;   // bytes
+    static constexpr const char *kAllNumbers = "All";   // of phoneNumberModels
+
+    Shared<std::shared_ptr<CContactManagerImpl>> contactM;   // taken on first use
+    std::shared_ptr<NSMutableArray> messageBR;   // of MessageBackupChat: parsed and not yet built
+    Shared<std::function<void(double percent)>> backupProgress_;   // on a thread of the layer
+    Shared<std::function<void()>> backupFinished;
+    Shared<NSString> backupPassword;   // taken off the device; absent or empty when none was. Put back by every parse.
+    std::shared_ptr<RKBackupAndRestoreTask> parseTask;   // the layer's thread
+    Shared<std::vector<NSString>> phoneNumbers;   // the user's own, in the order in which they were first seen
+    std::shared_ptr<NSMutableDictionary> phoneNumberModels;
+    Property<NSString> messageOwner;   // of the conversation on show
+    Property<std::shared_ptr<NSImage>> selectMessageIcon;
+    std::shared_ptr<HNMessageDetailViewController> messageTableController;   // the conversation pane
+
+    void init() override;
+
+    // ------------------------------------------------------------ the load
+    // Asks for room and, where backups are encrypted, for the password. False: no backup can be made.
+    [[nodiscard]] bool startSyncBackUp();
+    // Empties `contents`, removes the last backup and starts another.
+    void reloadData() override;
+    // Bytes.
+    [[nodiscard]] std::int64_t predictBackupFileSize();
+    // Any thread, blocks. A query that fails three times counts as not encrypted.
+    [[nodiscard]] bool isDeviceBackupEncrypted();
+    // `complete` comes on the main queue, true where the password was right. Returns at once.
+    void removeDeviceBackupPassword_complete(const NSString &password, std::function<void(bool)> complete);
+    // Any thread.
+    void praseMessageBackupFile(const NSString &path);
+    // Not 0 while the messages are kept in the cloud.
+    [[nodiscard]] std::int64_t checkMessageFindeMyPhoneicloud();
+    // Where backups are made.
+    [[nodiscard]] static NSString backupFolder();
+
+    void backupProgress(double percent) override;
+    void backupOverWithcSeccussFlag_path_backupRes(std::uint32_t flag, NSString path, std::uint32_t result) override;
+    void parseOneOver_type_progress(std::shared_ptr<NSObject> object, std::uint32_t type, float progress) override;
+    void parseAllOver() override;
+
+    // ------------------------------------------------------------ the list
+    void sortHNMessageEntityArray();
+    // Shows thread `contents[row]` in the conversation; a thread without rows leaves the earlier one.
+    void loadMessageAtRow(std::int64_t row);
+    // By title. False leaves the list as it is; the empty text brings it back in the order of the parse.
+    bool searchFileByString(const NSString &text) override;
+    void searchSelectedChanged() override { rememberSelection(); }
+    // One of the user's own numbers, or the text of "All_PhoneNumber"; an unknown number shows nothing, an empty one does
+    // nothing.
+    void setFilterPhoneNumber(const NSString &number);
+
+    // ------------------------------------------------------------ texts, see MessageTexts.h
+    [[nodiscard]] static NSString filterNSNull(const NSString &text) { return messageTexts::filterNSNull(text); }
+    [[nodiscard]] static NSString deleteEnterChar(const NSString &text) { return messageTexts::deleteEnterChar(text); }
+    [[nodiscard]] static NSString stringFromDate(dispatch::Time date) { return messageTexts::stringFromDate(date); }
+    [[nodiscard]] static bool isString_containString(const NSString &text, std::string_view part) {
+        return messageTexts::isString_containString(text, part);
+    }
+
+protected:
+    [[nodiscard]] NSString identifierOfRow(const id &row) const override;
+
+private:
+    CContactManagerImpl *contacts();
+    void showNoSpaceDialog();
+    [[nodiscard]] bool askForPassword();
+    void restorePassword();
+    void finish();
+    void buildThreads(std::uint64_t load);
+    void addThread(const std::shared_ptr<HNMessageEntity> &thread);
+    void resetDataContents();
+
+    Shared<std::uint64_t> load_;   // counts the loads: what an earlier one still does is dropped
+};
