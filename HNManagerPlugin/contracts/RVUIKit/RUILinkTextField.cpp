@@ -18,6 +18,17 @@ void RUILinkTextField::setLinkText_withURL(const NSString &text, const NSString 
     setHidden(false);
 }
 
+void RUILinkTextField::drawActionAttributedTextField(const std::shared_ptr<NSAttributedString> &text) {
+    constexpr const char *kAction = "action";
+    const auto shown = make<NSMutableAttributedString>();
+    shown->appendAttributedString(*text);
+    for (const TextRun &run : text->runs())
+        if (run.attributes.underline)
+            shown->setLink(kAction, run.range);
+    setAttributedStringValue(shown);
+    linkClicked = [self = weakOf(this)](const NSString &) { tell(self, [](RUILinkTextField &field) { field.sendAction(); }); };
+}
+
 NSString RUILinkTextField::linkURL() const {
     const std::vector<TextRun> links = attributedStringValue()->linkRuns();
     return links.empty() ? NSString() : links.front().attributes.link;

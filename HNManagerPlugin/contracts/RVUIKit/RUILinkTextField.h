@@ -8,6 +8,8 @@ public:
     void initWithFrame(const NSRect &frame) override;
     // The whole text is the link, in the theme's colour and underlined; shows the field.
     void setLinkText_withURL(const NSString &text, const NSString &address);
+    // Shows the text; a click on its underlined part sends the field's action.
+    void drawActionAttributedTextField(const std::shared_ptr<NSAttributedString> &text);
     // Address of the first link; absent without one.
     [[nodiscard]] NSString linkURL() const;
     HN_DECLARE_CLASS_TABLE

@@ -60,13 +60,13 @@ protected:
 
 private:
     void showInitialFilter();
-    void loadDidEnd();
+    void loadDidEnd();   // any thread
     void showLoaded();
-    void showRealProgress(double percent);
+    void showRealProgress(double percent);   // any thread
     void runSimulatedProgress();
-    // False: the loop is over.
-    bool simulateStep();
+    bool simulateStep();   // any thread; false: the loop is over
+    void showSimulatedProgress();
     void showDetailOf(std::int64_t row);
 
-    Shared<bool> loadEnded_;
+    Shared<bool> loadEnded_;   // may be so before reloadData has returned
 };

@@ -10,6 +10,8 @@
 // Threads   main, unless told otherwise. Threads are built on the global queue while the manager's loadingFinished is false.
 #pragma once
 
+#include <unordered_set>
+
 #include "HNManagerPlugin/Classes/SubViews/Message/MessageTableView/HNMessageDetailViewController.h"
 #include "HNManagerPlugin/Classes/SubViews/Message/ViewModel/HNMessageEntity.h"
 #include "HNManagerPlugin/Classes/SubViews/Message/ViewModel/MessageTexts.h"
@@ -17,8 +19,6 @@
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/CContactManagerImpl.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/RKBackupAndRestoreTask.h"
 #include "toolkit/Property.h"
-
-class HNFMBackupDecryptionController;
 
 class HNMMessageViewModel : public HNMbaseViewModel, public RKBackupAndRestoreTaskDelegate {
 public:
@@ -28,10 +28,11 @@ public:
 
     Shared<std::shared_ptr<CContactManagerImpl>> contactM;   // taken on first use
     std::shared_ptr<NSMutableArray> messageBR;   // of MessageBackupChat: parsed and not yet built
-    Shared<std::function<void(double percent)>> backupProgress_;   // on a thread of the layer
+    // Named apart from the delegate's call. Told on a thread of the layer.
+    Shared<std::function<void(double percent)>> backupProgressBlock;
     Shared<std::function<void()>> backupFinished;
     Shared<NSString> backupPassword;   // taken off the device; absent or empty when none was. Put back by every parse.
-    std::shared_ptr<RKBackupAndRestoreTask> parseTask;   // the layer's thread
+    Shared<std::shared_ptr<RKBackupAndRestoreTask>> parseTask;   // made on first use, for parsing alone
     Shared<std::vector<NSString>> phoneNumbers;   // the user's own, in the order in which they were first seen
     std::shared_ptr<NSMutableDictionary> phoneNumberModels;
     Property<NSString> messageOwner;   // of the conversation on show
@@ -53,6 +54,8 @@ public:
     void removeDeviceBackupPassword_complete(const NSString &password, std::function<void(bool)> complete);
     // Any thread.
     void praseMessageBackupFile(const NSString &path);
+    // Empties all that a load fills but `contents`.
+    void forgetThreads();
     // Not 0 while the messages are kept in the cloud.
     [[nodiscard]] std::int64_t checkMessageFindeMyPhoneicloud();
     // Where backups are made.
@@ -82,18 +85,24 @@ public:
         return messageTexts::isString_containString(text, part);
     }
 
+    // Picture and caption of a row, by its type word.
+    static void messageAttachmentIcon_messageObj(const NSString &type, HNDetailMessage &row);
+
 protected:
     [[nodiscard]] NSString identifierOfRow(const id &row) const override;
 
 private:
-    CContactManagerImpl *contacts();
-    void showNoSpaceDialog();
+    std::shared_ptr<CContactManagerImpl> contacts();
+    static void showNoSpaceDialog();
     [[nodiscard]] bool askForPassword();
     void restorePassword();
     void finish();
     void buildThreads(std::uint64_t load);
-    void addThread(const std::shared_ptr<HNMessageEntity> &thread);
+    bool addThread(const std::shared_ptr<HNMessageEntity> &thread, std::uint64_t load);
+    void addToNumbers(const std::shared_ptr<HNMessageEntity> &thread);
+    void showThreads(std::uint64_t load);
     void resetDataContents();
 
-    Shared<std::uint64_t> load_;   // counts the loads: what an earlier one still does is dropped
+    std::unordered_set<NSString> knownNumbers_;   // those of phoneNumbers; changed under the lock of load_
+    Shared<std::uint64_t> load_;   // counts the loads: what an earlier one still builds is dropped
 };
