@@ -13,7 +13,9 @@ namespace host::cli {
 
 namespace {
 
+constexpr std::int64_t kNotReadyTag = 0;   // the flow has not set up its button yet
 constexpr std::int64_t kDoneTag = 15;
+constexpr auto kUntilReady = std::chrono::milliseconds(5);
 constexpr int kMostTimes = 4;   // one window is answered; a choice that was refused counts too
 
 // What a button stands for is told by the key of its title: places and numbers differ from dialog to dialog.
@@ -71,6 +73,14 @@ std::shared_ptr<RUIProgressWindowController> progressOf(const NSWindow &window) 
     return std::dynamic_pointer_cast<RUIProgressWindowController>(window.windowController());
 }
 
+// Does it only where the window still is the one in front by then.
+dispatch::Block whileInFront(const std::shared_ptr<NSWindow> &window, std::function<void()> action) {
+    return [weak = std::weak_ptr(window), action = std::move(action)] {
+        if (const auto open = weak.lock(); open && NSApp()->modalWindow() == open)
+            action();
+    };
+}
+
 }  // namespace
 
 // ---------------------------------------------------------------- the loop's side
@@ -113,22 +123,33 @@ bool CliPresenter::interrupt() {
             window->performClose();
         return true;
     }
-    const auto button = progress->borderButton();
+    cancel(window, *progress);
+    return true;
+}
+
+void CliPresenter::cancel(const std::shared_ptr<NSWindow> &window, const RUIProgressWindowController &progress) {
+    const auto button = progress.borderButton();
     if (!button || button->isHidden())
         window->performClose();
+    else if (button->tag() == kNotReadyTag)
+        dispatch::after(kUntilReady, dispatch::main(), whileInFront(window, [this, window = std::weak_ptr(window)] {
+                            if (const auto open = window.lock())
+                                cancel(open, *progressOf(*open));
+                        }));
     else if (button->isEnabled() && button->tag() != kDoneTag)
         button->performClick();
-    return true;   // a disabled button: kept until the batch ends
+    // a disabled button: kept until the batch ends
 }
 
 void CliPresenter::windowDidOpen(NSWindow &window, bool modal) {
-    // The question that the cancel button opens is answered while the work goes on; all else waits for its pause.
-    if (!modal || !isInterrupted_ || progressOf(window))
+    if (!modal || !isInterrupted_)
         return;
-    dispatch::async(dispatch::main(), [this, weak = std::weak_ptr<NSWindow>(std::static_pointer_cast<NSWindow>(window.shared_from_this()))] {
-        if (const auto open = weak.lock(); open && NSApp()->modalWindow() == open)
-            act();
-    });
+    // Ctrl-C while the flow still prepared its work: the window is cancelled as soon as it stands. The question that the
+    // cancel button opens is answered while the work goes on; all else waits for its pause.
+    const auto open = std::static_pointer_cast<NSWindow>(window.shared_from_this());
+    dispatch::async(dispatch::main(), whileInFront(open, [this, isProgress = progressOf(window) != nullptr] {
+                        isProgress ? void(interrupt()) : void(act());
+                    }));
 }
 
 // A window on which answers have no effect must not keep the loop busy for ever.

@@ -64,6 +64,7 @@ private:
     bool answerInput(NSWindow &window);
     bool answerFilledIn(NSWindow &window);
     bool answerProgress(RUIProgressWindowController &progress);
+    void cancel(const std::shared_ptr<NSWindow> &window, const RUIProgressWindowController &progress);
     bool answerDialog(NSWindow &window);
     bool answerQuestion(NSWindow &window, const Buttons &buttons, const NSString &message);
     bool goesOn(const NSString &message);

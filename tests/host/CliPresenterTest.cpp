@@ -117,6 +117,19 @@ TEST(ProgressWindow, isCancelledByAnInterrupt) {
     EXPECT_EQ(progress.clicks, 2);
 }
 
+// Ctrl-C while a flow still reads its file, and again in the moment in which it sets its window up.
+TEST(ProgressWindow, isCancelledByAnInterruptThatCameBeforeIt) {
+    PresenterWorld w;
+    EXPECT_FALSE(w.presenter->interrupt());
+    Progress progress;
+    progress.show([](Progress &p) {
+        p.window->borderButton()->setTag(0);
+        dispatch::after(std::chrono::milliseconds(20), dispatch::main(), [&p] { p.window->borderButton()->setTag(5); });
+    });
+    EXPECT_EQ(w.presenter->text(), NSString("cancelled"));
+    EXPECT_EQ(progress.clicks, 2);
+}
+
 TEST(ProgressWindow, aDisabledButtonKeepsTheInterruptUntilTheEnd) {
     PresenterWorld w;
     Progress progress;
