@@ -1,0 +1,208 @@
+#include <gtest/gtest.h>
+
+#include "device/BackupFolder.h"
+#include "tests/device/TestBackup.h"
+#include "tests/device/messages/TestMessages.h"
+
+using namespace testdevice;
+using namespace std::string_literals;
+
+namespace {
+
+constexpr const char *kTwoPeople = "INSERT INTO handle (ROWID, id, service) VALUES (1, '+15550001', 'iMessage'), (2, '+15550002', 'SMS');"
+                                   "INSERT INTO chat (ROWID, guid, account_login, service_name) VALUES (1, 'c1', 'P:+1999', 'iMessage');"
+                                   "INSERT INTO chat_handle_join VALUES (1, 2), (1, 1);";
+
+std::string joined(int messages) {
+    std::string sql;
+    for (int i = 1; i <= messages; ++i)
+        sql += "INSERT INTO chat_message_join (chat_id, message_id) VALUES (1, " + std::to_string(i) + ");";
+    return sql;
+}
+
+// The lines of the first chat, without the chat's own.
+std::string elements(const std::string &sql, int messages) {
+    const std::string lines = TestMessages(kTwoPeople + sql + joined(messages)).chats();
+    return lines.substr(lines.find('\n') + 1);
+}
+
+TEST(ChatReading, readsADatabaseThatNobodyHereMade) {
+    const TestMessages image(std::filesystem::path(HN_SAMPLES_DIR "/messages/messages.1.sms.db"));
+    image.addAttachment("aa/00/FX-GUID/photo.jpg", "jpeg");
+    std::string fox;
+    for (int i = 0; i < 8; ++i)
+        fox += "The quick brown fox jumped. ";
+    EXPECT_EQ(image.chats(), "chat 1 - [iMessage] - with +15550001\n"
+                             "1678307201 fx-msg-0001 sent by -: Hello from the fixture\n"
+                             "1678307202 fx-msg-0002 from +15550001 by -: Reply via attributedBody\n"
+                             "1678307203 fx-msg-0003 from +15550001 by -: " + fox + "\n"
+                             "1678307208 fx-msg-0008 from - by -: orphan\n"
+                             "chat 2 - [iMessage] Fixture Group with +15550001 +15550002\n"
+                             "1678307204 fx-msg-0004 from +15550002 by -: Hi 👋 group 🌍\n"
+                             "1678307205 fx-msg-0005 from +15550002 by - file photo.jpg image/jpeg: /MediaDomain/Library/SMS/Attachments/aa/00/FX-GUID/photo.jpg\n"
+                             "1678307206 fx-msg-0006 from +15550002 by - file clip.jpg image/jpeg: -\n"
+                             "1678307206 fx-msg-0006 from +15550002 by -: see attachment\n");
+}
+
+class EveryVersion : public testing::TestWithParam<MessageVersion> {};
+
+TEST_P(EveryVersion, isRead) {
+    const MessageVersion &version = GetParam();
+    const TestMessages image(std::string(kTwoPeople) +
+        "INSERT INTO message (ROWID, guid, text, handle_id, date, is_from_me, error) VALUES "
+        "(1, 'm1', 'later', 0, 500000002, 1, 22), (2, 'm2', 'earlier', 2, 500000001, 0, 22), (3, 'm3', NULL, 1, 500000003, 0, 0);"
+        "INSERT INTO attachment (ROWID, guid, " + (version.name == "newest"s ? "original_guid, " : "") + "filename, uti) VALUES (7, 'a7', " +
+        (version.name == "newest"s ? "'o7', " : "") + "'/var/mobile/Library/SMS/Attachments/01/Dog.png', 'public.png');"
+        "INSERT INTO message_attachment_join VALUES (3, 7);" + joined(3) + (version.hasTitles ? "UPDATE chat SET display_name = 'Walk';" : "") +
+        (version.hasCallers ? "UPDATE message SET destination_caller_id = '+1777' WHERE ROWID = 2;" : "") +
+        (version.hasNames ? "UPDATE attachment SET transfer_name = 'Cat.png';" : ""), version);
+    image.addAttachment("01/Dog.png", "png");
+    EXPECT_EQ(image.chats(), "chat 1 P:+1999 [iMessage] "s + (version.hasTitles ? "Walk" : "-") + " with +15550001 +15550002\n"
+                             "1478307201 m2 from +15550002 by " + (version.hasCallers ? "+1777" : "-") + ": earlier\n"
+                             "1478307202 m1 sent failed by -: later\n"
+                             "1478307203 m3 from +15550001 by - file " + (version.hasNames ? "Cat.png" : "Dog.png") +
+                             " public.png: /MediaDomain/Library/SMS/Attachments/01/Dog.png\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Messages, EveryVersion, testing::ValuesIn(messageVersions()), [](const auto &row) { return std::string(row.param.name); });
+
+struct Row {
+    const char *name, *values, *lines;   // text, attributedBody, date, item_type, associated_message_type
+};
+class OneMessage : public testing::TestWithParam<Row> {};
+
+TEST_P(OneMessage, gives) {
+    EXPECT_EQ(elements("INSERT INTO message (ROWID, guid, text, attributedBody, date, item_type, associated_message_type) VALUES (1, 'm', "s + GetParam().values + ");", 1),
+              GetParam().lines);
+}
+
+#define BODY "x'040b73747265616d747970656481e803840140848484124e5341747472696275746564537472696e67008484084e534f626a656374008592848484084e53537472696e6700962b0268698686'"
+
+INSTANTIATE_TEST_SUITE_P(Text, OneMessage, testing::Values(
+    Row{"plain", "' two  blanks ', NULL, 0, 0, 0", "978307200 m from - by -:  two  blanks \n"},
+    Row{"textComesBeforeTheBody", "'yes', " BODY ", 0, 0, 0", "978307200 m from - by -: yes\n"},
+    Row{"emptyTextAsksTheBody", "'', " BODY ", 0, 0, 0", "978307200 m from - by -: hi\n"},
+    Row{"absentTextAsksTheBody", "NULL, " BODY ", 0, 0, 0", "978307200 m from - by -: hi\n"},
+    Row{"bodyThatIsNone", "NULL, x'0102', 0, 0, 0", ""},
+    Row{"placeholdersGo", "char(65532) || ' a' || char(65532) || char(10), NULL, 0, 0, 0", "978307200 m from - by -:  a\n\n"},
+    Row{"onlyPlaceholdersAndSpace", "char(65532, 32, 160, 8232, 10, 65532), NULL, 0, 0, 0", ""},
+    Row{"badBytesAndNul", "CAST(x'61FF0062' AS TEXT), NULL, 0, 0, 0", "978307200 m from - by -: a\xEF\xBF\xBD" "b\n"}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(Kind, OneMessage, testing::Values(
+    Row{"absentKindsAreOrdinary", "'a', NULL, 0, NULL, NULL", "978307200 m from - by -: a\n"},
+    Row{"groupEvent", "'a', NULL, 0, 1, 0", ""}, Row{"reaction", "'a', NULL, 0, 0, 2000", ""}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(Date, OneMessage, testing::Values(
+    Row{"largestSeconds", "'a', NULL, 8000000000, 0, 0", "8978307200 m from - by -: a\n"},
+    Row{"secondsBeyondTheCalendar", "'a', NULL, 100000000000, 0, 0", "9223372036 m from - by -: a\n"},
+    Row{"smallestNanoseconds", "'a', NULL, 100000000001, 0, 0", "978307300 m from - by -: a\n"},
+    Row{"absent", "'a', NULL, NULL, 0, 0", "978307200 m from - by -: a\n"},
+    Row{"negative", "'a', NULL, -978307201, 0, 0", "-1 m from - by -: a\n"},
+    Row{"largest", "'a', NULL, 9223372036854775807, 0, 0", "9223372036 m from - by -: a\n"}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+TEST(ChatReading, chatsInWhichNothingIsLeftAreNoRecords) {
+    EXPECT_EQ(TestMessages(std::string(kTwoPeople) + "INSERT INTO message (ROWID, guid, text, item_type) VALUES (1, 'm', 'a', 2);" + joined(1)).chats(), "");
+}
+
+TEST(ChatReading, aMessageStandsInEveryChatThatHasItAndOnceInEach) {
+    TestMessages image(std::string(kTwoPeople) + "INSERT INTO chat (ROWID, guid) VALUES (5, 'c5');"
+                       "DROP TABLE chat_message_join; CREATE TABLE chat_message_join (chat_id INTEGER, message_id INTEGER);"
+                       "INSERT INTO chat_message_join VALUES (1, 1), (5, 1), (1, 1), (9, 1), (1, 44);"
+                       "INSERT INTO message (ROWID, guid, text, date) VALUES (1, 'm', 'a', 1);");
+    EXPECT_EQ(image.chats(), "chat 1 P:+1999 [iMessage] - with +15550001 +15550002\n978307201 m from - by -: a\n"
+                             "chat 5 - [] - with\n978307201 m from - by -: a\n");
+}
+
+TEST(ChatReading, attachmentsComeByRowBeforeTheTextAndOnlyFromTheirFolder) {
+    const TestMessages image(std::string(kTwoPeople) +
+        "INSERT INTO message (ROWID, guid, text, date, is_from_me) VALUES (1, 'm', char(65532) || 'look', 1, 1);"
+        "INSERT INTO attachment (ROWID, guid, original_guid, filename, transfer_name, mime_type, uti) VALUES "
+        "(1, 'a1', 'a1', '~/Library/SMS/Attachments/one.bin', '', '', 'public.data'), (2, 'a2', 'a2', '~/../../etc/passwd', NULL, NULL, NULL),"
+        "(3, 'a3', 'a3', '/etc/passwd', 'Messages.html', 'text/html', NULL), (4, 'a4', 'a4', NULL, NULL, NULL, ''),"
+        "(5, 'a5', 'a5', CAST(x'7E2F4C6962726172790041' AS TEXT), 'x', 'a/b', 'c'), (6, 'a6', 'a6', '~/Library/SMS/Attachments', 'folder', NULL, NULL);"
+        "INSERT INTO message_attachment_join VALUES (1, 6), (1, 5), (1, 4), (1, 3), (1, 2), (1, 1), (1, 99);" + joined(1));
+    image.addAttachment("one.bin", "1");
+    const std::string lines = image.chats();
+    EXPECT_EQ(lines.substr(lines.find('\n') + 1),
+              "978307201 m sent by - file one.bin public.data: /MediaDomain/Library/SMS/Attachments/one.bin\n"
+              "978307201 m sent by - file passwd -: -\n"
+              "978307201 m sent by - file Messages (1).html text/html: -\n"
+              "978307201 m sent by - file - -: -\n"
+              "978307201 m sent by - file x a/b: -\n"
+              "978307201 m sent by - file folder -: -\n"
+              "978307201 m sent by -: look\n");
+}
+
+TEST(ChatReading, aDatabaseWithoutOptionalTablesIsStillRead) {
+    EXPECT_EQ(TestMessages(std::string(kTwoPeople) + "DROP TABLE attachment; DROP TABLE handle; DROP TABLE chat_handle_join; DROP TABLE message_attachment_join;"
+                           "INSERT INTO message (ROWID, guid, text, date) VALUES (1, 'm', 'a', 1);" + joined(1)).chats(),
+              "chat 1 P:+1999 [iMessage] - with\n978307201 m from - by -: a\n");
+}
+
+TEST(ChatReading, whatIsNoMessageDatabaseIsAFailureThatNamesIt) {
+    const TestMessages old("DROP TABLE chat;", messageVersions().front());
+    EXPECT_EQ(old.chats(), "! " + old.database().string() + "\n");
+    write(old.database(), "no database at all, just text");
+    EXPECT_EQ(old.chats(), "! " + old.database().string() + "\n");
+    std::filesystem::remove(old.database());
+    EXPECT_EQ(old.chats(), "");
+}
+
+// Pages of the file are overwritten one at a time: whatever breaks, most messages stay, and the reading ends.
+TEST(ChatReading, aBrokenPageCostsOnlyWhatLiesOnIt) {
+    std::string sql = "INSERT INTO handle (ROWID, id, service) VALUES (1, '+1', 'SMS');"
+                      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200) INSERT INTO chat (ROWID, guid, account_login) SELECT i, 'c' || i, "
+                      "hex(zeroblob(100)) FROM n; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 4000) INSERT INTO message (ROWID, guid, text, "
+                      "date) SELECT i, 'm' || i, 'text ' || i, i FROM n; INSERT INTO chat_message_join (chat_id, message_id) SELECT ROWID % 200 + 1, ROWID FROM message;";
+    const TestMessages image(sql);
+    const std::string whole = readFile(image.database());
+    constexpr std::size_t kPage = 4096;
+    std::size_t lost = 0, told = 0, pages = 0;
+    for (std::size_t page = 1; page < whole.size() / kPage; page += 3, ++pages) {
+        std::string broken = whole;
+        for (std::size_t i = 0; i < kPage; ++i)
+            broken[page * kPage + i] = '\xAB';
+        write(image.database(), broken);
+        device::messages::MessageStore store(image.open());
+        std::size_t kept = 0;
+        for (const auto &chat : chatsOf(store))
+            kept += chat->content.size();
+        lost += 4000 - std::min<std::size_t>(kept, 4000);
+        told += kept < 4000 && store.failures().first() ? 1 : 0;
+        EXPECT_TRUE(kept == 4000 || store.failures().first()) << page;
+    }
+    EXPECT_LT(lost, pages * 400);   // a root page takes its whole table with it
+    EXPECT_GT(told, pages / 4);
+}
+
+TEST(ChatReading, aBackupGivesTheSameAsTheImage) {
+    const TestMessages image(std::filesystem::path(HN_SAMPLES_DIR "/messages/messages.1.sms.db"));
+    image.addAttachment("aa/00/FX-GUID/photo.jpg", "jpeg");
+    const TestBackup backup;
+    backup.add("HomeDomain", "Library/SMS/sms.db", readFile(image.database()));
+    backup.add("MediaDomain", "Library/SMS/Attachments/aa/00/FX-GUID/photo.jpg", "jpeg");
+    const std::string before = pictureOf(backup.path());
+    device::messages::MessageStore store(std::make_shared<device::BackupFolder>(backup.path()), "/some/where");
+    Chats chats = chatsOf(store);
+    ASSERT_EQ(chats.size(), 2u);
+    EXPECT_EQ(chats[1]->content[1], NSString("/some/where/a8/a84866a06bef626ef31467fe2d7de759a85f2011"));
+    chats[1]->content[1] = NSString("/MediaDomain/Library/SMS/Attachments/aa/00/FX-GUID/photo.jpg");
+    EXPECT_EQ(described(chats), image.chats());
+    EXPECT_EQ(pictureOf(backup.path()), before);
+}
+
+TEST(ChatReading, theTakerEndsTheReading) {
+    const TestMessages image(std::filesystem::path(HN_SAMPLES_DIR "/messages/messages.1.sms.db"));
+    device::messages::MessageStore store(image.open());
+    std::string seen;
+    EXPECT_TRUE(store.readChats([&](const auto &chat, float progress) {
+        seen += std::to_string(chat->chatID) + " " + std::to_string(progress);
+        return false;
+    }));
+    EXPECT_EQ(seen, "1 0.500000");
+}
+
+}  // namespace
