@@ -65,7 +65,7 @@ void NSSavePanel::end(std::int64_t code) {
 bool NSSavePanel::allowsType(const NSString &path) const {
     const NSString extension = path.pathExtension();
     return allowedFileTypes.empty() ||
-           std::ranges::any_of(allowedFileTypes, [&](const NSString &type) { return type.isEqualIgnoringCase(extension); });
+           std::ranges::any_of(allowedFileTypes, [&](const NSString &type) { return type.isEmpty() || type.isEqualIgnoringCase(extension); });
 }
 
 NSString NSSavePanel::check(std::vector<NSString> &paths, bool replace) {

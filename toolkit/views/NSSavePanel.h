@@ -19,7 +19,7 @@ public:
     NSString message, prompt, nameFieldStringValue;
     // Folder that shows first; a path, absent for the person's last.
     NSString directoryURL;
-    // Without dots, in lower or upper case alike; empty for all.
+    // Without dots, in lower or upper case alike; an empty list and an empty type allow all.
     std::vector<NSString> allowedFileTypes;
     bool canCreateDirectories = true, allowsOtherFileTypes = false, showsHiddenFiles = false;
     std::shared_ptr<NSView> accessoryView;

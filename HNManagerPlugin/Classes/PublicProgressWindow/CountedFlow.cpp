@@ -41,6 +41,8 @@ void CountedRun::work() {
     if (plan_.start)
         plan_.start(shared_from_this());
     done_.wait();
+    if (plan_.beforeResult)
+        plan_.beforeResult();
     dispatch::after(kPauseBeforeResult, dispatch::main(), [self = shared_from_this()] { self->finish(); });
 }
 

@@ -10,8 +10,8 @@
 //     };
 //     CountedFlow::run(std::move(plan));
 //
-// Last      the callback with index + 1 == total, or the first one after a cancel, ends the wait; there is no time-out, so the
-//           layer must make that call.
+// Last      the callback with index + 1 == total, the first one after a cancel, or `end` ends the wait; there is no time-out,
+//           so the layer must make that call.
 // Threads   run: main, returns when the window has ended. `start`: a global queue. itemDone: the layer's thread. Others: main.
 #pragma once
 
@@ -32,6 +32,7 @@ struct CountedPlan {
     bool borderButtonEnabled = true;  // off: disabled until the end
     bool countsItemAfterCancel = false;   // off: the item that meets the cancel is neither counted nor shown
     std::function<void(const Ref &run)> start;
+    std::function<void()> beforeResult;   // worker, when the wait is over
     // The main label of an item; `done` counts from 1.
     std::function<NSString(std::int64_t done, std::int64_t total)> itemText;
     std::function<NSString(std::int64_t succeeded, std::int64_t failed)> resultText;
@@ -50,6 +51,8 @@ public:
     explicit CountedRun(CountedPlan plan) : plan_(std::move(plan)) {}
     // One item of the call; `index` from 0. Gives 1 where the layer shall stop, else 0.
     std::int32_t itemDone(std::int64_t index, std::int64_t total, bool itemSucceeded);
+    // Ends the wait without an item, for calls that count by themselves. Any thread.
+    void end() { done_.signal(); }
     [[nodiscard]] const std::shared_ptr<RUIProgressWindowController> &window() const { return window_; }
 
 private:

@@ -16,6 +16,8 @@ HN_CLASS_TABLE(HNMMessageViewManager, HNTableViewManager,
                HN_KEY(messageViewModel) HN_KEY(messageContentView) HN_KEY(multPhoneView) HN_KEY(phoneLabel)
                    HN_KEY(phoneComboBox) HN_KEY(switchPhoneButton) HN_KEY(stopBackupProgress) HN_KEY(currentProgress)
                        HN_KEY(realProgress) HN_KEY(menuCSVstr) HN_KEY(menuHtmlstr)
+                           .selector("exportMessage:", &HNMMessageViewManager::exportMessage)
+                           .selector("exportMessage2HTML:", &HNMMessageViewManager::exportMessage2HTML)
                            .selector("deviceConnectedChange:", &HNMMessageViewManager::deviceConnectedChange)
                            .selector("refreshButtonClick:", &HNMMessageViewManager::refreshButtonClick)
                            .selector("retryCheckFindMyPhone:", &HNMMessageViewManager::retryCheckFindMyPhone)

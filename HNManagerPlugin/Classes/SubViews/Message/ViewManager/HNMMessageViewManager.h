@@ -44,6 +44,12 @@ public:
     void refreshButtonClick(const id &sender);
     void retryCheckFindMyPhone(const id &sender);
 
+    // Of the selected threads: to a table, and to a web page in a folder of its own.
+    void exportMessage(const id &sender);
+    void exportMessage2HTML(const id &sender);
+    // The table at `path` from UTF-8 to GB18030. Any thread.
+    static void changeMessageFileCodeToGB(const NSString &path);
+
     void showFirstMessgeDetail();
     // Of the row selected last.
     void showMessageContent();
@@ -59,6 +65,10 @@ protected:
     [[nodiscard]] virtual std::uint32_t randomNumber();
 
 private:
+    struct ExportKind;
+    void exportAs(const ExportKind &kind);
+    [[nodiscard]] NSString chooseExportTarget(const ExportKind &kind) const;
+    void runExport(const ExportKind &kind, const NSString &target);
     void showInitialFilter();
     void loadDidEnd();   // any thread
     void showLoaded();

@@ -77,6 +77,24 @@ public:
     // nothing.
     void setFilterPhoneNumber(const NSString &number);
 
+    // ------------------------------------------------------------ export, see HNMMessageViewModel+Export.cpp
+    using StopFlag = std::shared_ptr<Shared<bool>>;
+    // On the main queue, after a row; `index` counts threads from 1. Setting `stop` ends the export at the next row.
+    using TableProgress = std::function<void(std::int64_t index, std::int64_t total, const StopFlag &stop)>;
+    // The same; the last call has 0, 0 and `finished`.
+    using PageProgress = std::function<void(std::int64_t index, std::int64_t total, const StopFlag &stop, bool finished)>;
+    using Threads = std::vector<std::shared_ptr<HNMessageEntity>>;
+    // Room for the attachments of all threads on show; the host tells the person otherwise.
+    [[nodiscard]] bool couldExportMessageAttachment();
+    // Both run on the caller's thread until all is written. Rows of one thread that come faster than the main queue takes
+    // them share a call. The table stands behind what the file holds already, as UTF-8; a stopped one writes nothing.
+    void exportSelectedMessages_exportMessages_callBack(const NSString &path, const Threads &threads, const TableProgress &callBack);
+    // `path` ends in "/Messages.html"; the page's files are put beside it. A stopped page ends with what it has.
+    void exportHtml_exportMessages_Htmltitle_callBack(const NSString &path, const Threads &threads, const NSString &title,
+                                                      const PageProgress &callBack);
+    // 1 picture, 2 sound, 3 video, 0 neither, by the row's type word; puts the mark of media files into the folder for 2, 3.
+    [[nodiscard]] static std::int64_t medioType_path(const NSString &type, const NSString &folder);
+
     // ------------------------------------------------------------ texts, see MessageTexts.h
     [[nodiscard]] static NSString filterNSNull(const NSString &text) { return messageTexts::filterNSNull(text); }
     [[nodiscard]] static NSString deleteEnterChar(const NSString &text) { return messageTexts::deleteEnterChar(text); }
