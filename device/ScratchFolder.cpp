@@ -14,8 +14,9 @@ std::filesystem::path &parent() {
 }
 }  // namespace
 
-ScratchFolder::ScratchFolder() {
-    const std::filesystem::path inside = parent().empty() ? std::filesystem::temp_directory_path() : parent();
+ScratchFolder::ScratchFolder() : ScratchFolder(parent().empty() ? std::filesystem::temp_directory_path() : parent()) {}
+
+ScratchFolder::ScratchFolder(const std::filesystem::path &inside) {
     std::string pattern = (inside / "hnmanager-XXXXXX").string();
     if (!mkdtemp(pattern.data()))   // mode 0700
         throw AccessError::ofSystem(errno, pattern);

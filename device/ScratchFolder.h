@@ -9,6 +9,8 @@ class ScratchFolder {
 public:
     // Throws AccessError where none can be made.
     ScratchFolder();
+    // Below a folder that the caller names.
+    explicit ScratchFolder(const std::filesystem::path &parent);
     ScratchFolder(const ScratchFolder &) = delete;
     ~ScratchFolder();
 

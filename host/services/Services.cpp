@@ -5,6 +5,7 @@
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "device/Open.h"
 #include "device/ScratchFolder.h"
+#include "device/backup/BackupTask.h"
 #include "host/services/EmbeddedDevice.h"
 #include "host/services/LogFile.h"
 #include "host/services/SettingsFile.h"
@@ -33,6 +34,23 @@ void installSettings(const fs::path &folder, const Services::Warn &warn) {
     NSUserDefaults::standardUserDefaults().install(SettingsFile::group(file, "defaults"));
 }
 
+// Tasks follow the current device; why one failed stands in the layer's record.
+void installBackups(const std::shared_ptr<HostDeviceLayer> &layer) {
+    const auto device = [layer] {
+        const auto session = layer->session();
+        return session ? session->tree() : nullptr;
+    };
+    RKBackupAndRestoreTask::install([device, record = layer->record()]() -> std::shared_ptr<RKBackupAndRestoreTask> {
+        return alloc<device::backup::BackupTask>(
+            device::backup::BackupTask::Environment{device, [record](const device::Failure &failure) { record->explain(failure); }});
+    });
+}
+
+void removeBackups() {
+    RKBackupAndRestoreTask::sharedInstance()->stopBackup();
+    RKBackupAndRestoreTask::install(nullptr);
+}
+
 }  // namespace
 
 Services::Services(Warn warn, HostGates::Refused refused)
@@ -47,12 +65,14 @@ Services::Services(Warn warn, HostGates::Refused refused)
     NSBundle::setPluginBundle(resources);
     NSWorkspace::sharedWorkspace().install(std::make_shared<WorkspaceOpener>());
     installDeviceLayer(layer_);
+    installBackups(layer_);
     RStrategyActionEventRouter::shareInstance().install(std::make_shared<HostGates>(layer_, std::move(refused)));
 }
 
 Services::~Services() {
     watch_.reset();
     RStrategyActionEventRouter::shareInstance().install(nullptr);
+    removeBackups();
     installDeviceLayer(nullptr);
     NSWorkspace::sharedWorkspace().install(nullptr);
     NSUserDefaults::standardUserDefaults().install(nullptr);
