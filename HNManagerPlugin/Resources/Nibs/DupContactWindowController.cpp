@@ -1,7 +1,7 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DupContactWindowController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupContactWindowController.h"
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactCheckBoxCellView.h"
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DuplicateCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactCheckBoxCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellView.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIButton.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"

@@ -1,7 +1,7 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DuplicateCellViewController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellViewController.h"
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactTableCellView.h"
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DupFilpView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactTableCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupFilpView.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 
 static const NibRegistry::Entry entry("DuplicateCellViewController", [](Nib &nib) {

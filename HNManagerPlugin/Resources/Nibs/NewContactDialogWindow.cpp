@@ -4,6 +4,7 @@
 #include "HNManagerPlugin/contracts/RVUIKit/RUIButton.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUICheckBox.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"
+#include "toolkit/views/NSApplication.h"
 
 namespace {
 
@@ -14,14 +15,18 @@ using C = ZpContactDataInfo;
 constexpr double kWidth = 480, kHeight = 560, kMargin = 20, kPicture = 96, kField = 30, kType = 70;
 constexpr double kInner = kWidth - 2 * kMargin;
 
-// A press outside the list of groups closes it.
+// A press outside the list of groups closes it, whatever lies there: the press itself goes on to that.
 class EditorContent : public NSView {
 public:
     std::weak_ptr<NewContactDialogWindow> editor;
+    std::weak_ptr<NSView> groupList;
     [[nodiscard]] bool isFlipped() const override { return true; }
-    void mouseDown(NSEvent &event) override {
-        tell(editor, [](NewContactDialogWindow &window) { window.closeGroupList(); });
-        NSView::mouseDown(event);
+    [[nodiscard]] std::shared_ptr<NSView> hitTest(NSPoint point) override {
+        const auto &event = NSApp()->currentEvent();
+        const auto list = groupList.lock();
+        if (event && event->type == NSEventType::leftMouseDown && list && !list->frame().contains(convertPoint_fromView(event->locationInWindow, nullptr)))
+            tell(editor, [](NewContactDialogWindow &window) { window.closeGroupList(); });
+        return NSView::hitTest(point);
     }
 };
 
@@ -123,10 +128,9 @@ void picture(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &root) 
     owner->photoView = view;
 }
 
-void groupSection(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &root, double top) {
+void groupSection(Nib &nib, const Owner &owner, const std::shared_ptr<EditorContent> &root, double top) {
     constexpr double kMost = 140;
     const auto holder = nib.make<EditorContent>(NSRect(kMargin, top, kInner, kMost));
-    holder->editor = owner;
     const auto button = nib.make<NSButton>(NSRect(0, 4, 22, 22));
     button->setIdentifier("GroupList");
     button->setBordered(false);
@@ -159,6 +163,8 @@ void groupSection(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &r
     for (const std::shared_ptr<NSView> &view : NSView::List{button, title, scroll})
         holder->addSubview(view);
     root->addSubview(holder);
+    root->editor = owner;
+    root->groupList = holder;
     owner->groupButton = button;
     owner->contactGroup = rows;
     owner->groupContainer = scroll;
@@ -168,8 +174,8 @@ void build(Nib &nib) {
     const auto owner = nib.owner<NewContactDialogWindow>();
     const auto window = nib.make<RUIDialogWindow>(NSRect(0, 0, kWidth, kHeight));
     const auto root = nib.make<EditorContent>(NSRect(0, 0, kWidth, kHeight));
-    root->editor = owner;
     window->setContentView(root);
+    owner->viewModel->container = root;
     picture(nib, owner, root);
     nameSection(nib, owner, root);
     constexpr double kPhones = kMargin + kPicture + 16, kEmails = kPhones + 76, kNote = kEmails + 76, kGroups = kNote + 92;

@@ -5,7 +5,8 @@
 #include "HNManagerPlugin/contracts/RVUIKit/RUICheckBox.h"
 
 HN_CLASS_TABLE(ContactInfoView, NSView, .key("textFieldEdited", &ContactInfoView::textFieldEdited)
-                                            .selector("onGroupCheckBox:", &ContactInfoView::onGroupCheckBox))
+                                            .selector("onGroupCheckBox:", &ContactInfoView::onGroupCheckBox)
+                                            .selector("deleteButtonClick:", &ContactInfoView::deleteButtonClick))
 
 namespace {
 
@@ -50,6 +51,47 @@ void ContactInfoView::setRowText(std::size_t row, const NSString &text) {
         contactEntity->mutable_emails()[row].email = text;
 }
 
+std::size_t ContactInfoView::itemCount() const {
+    switch (rows) {
+    case Rows::none: return 0;
+    case Rows::groups: return groups ? groups->count() : 0;
+    case Rows::phones: return contactEntity ? contactEntity->phone_numbers().size() : 0;
+    case Rows::emails: return contactEntity ? contactEntity->emails().size() : 0;
+    }
+    return 0;
+}
+
+void ContactInfoView::addItem(const NSString &text) {
+    if (contactEntity && rows == Rows::phones)
+        contactEntity->mutable_phone_numbers().push_back({NSString(), text});
+    else if (contactEntity && rows == Rows::emails)
+        contactEntity->mutable_emails().push_back({NSString(), text});
+    reload();
+}
+
+void ContactInfoView::removeItem(std::size_t item) {
+    const auto erase = [item](auto &list) { list.erase(list.begin() + static_cast<std::ptrdiff_t>(item)); };
+    if (rows == Rows::groups)
+        groups->removeObjectAtIndex(item);
+    else if (rows == Rows::phones)
+        erase(contactEntity->mutable_phone_numbers());
+    else
+        erase(contactEntity->mutable_emails());
+}
+
+void ContactInfoView::deleteButtonClick(const id &sender) {
+    const auto button = std::dynamic_pointer_cast<NSButton>(sender);
+    if (!button || button->tag() < 0 || static_cast<std::size_t>(button->tag()) >= itemCount())
+        return;
+    const auto item = static_cast<std::size_t>(button->tag());
+    removeItem(item);
+    tell(tableView, [item](NSTableView &table) {
+        table.removeRowsAtIndexes_withAnimation(NSIndexSet::indexSetWithIndex(item), NSTableViewAnimationEffectFade);
+        table.reloadData();   // numbers and e-mails have their two rows all the same
+    });
+    tell(delegate, [&](ContactInfoViewDelegate &d) { d.ContactInfoView_viewIndex_selectRow(*this, index, button->tag()); });
+}
+
 // ---------------------------------------------------------------- typing
 
 void ContactInfoView::updateEdited() {
@@ -69,11 +111,11 @@ void ContactInfoView::controlTextDidChange(NSTextField &field) {
     else
         setRowText(static_cast<std::size_t>(field.tag()), field.stringValue());
     updateEdited();
-    tell(delegate, [this](ContactInfoViewDelegate &d) { d.sectionTextDidChange(*this); });
+    tell(editing, [this](ContactInfoViewEditing &e) { e.sectionTextDidChange(*this); });
 }
 
 void ContactInfoView::controlTextDidBeginEditing(NSTextField &) {
-    tell(delegate, [this](ContactInfoViewDelegate &d) { d.sectionDidBeginEditing(*this); });
+    tell(editing, [this](ContactInfoViewEditing &e) { e.sectionDidBeginEditing(*this); });
 }
 
 // ---------------------------------------------------------------- rows

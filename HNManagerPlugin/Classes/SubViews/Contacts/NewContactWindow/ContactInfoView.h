@@ -14,10 +14,17 @@ class ContactInfoView;
 class ContactInfoViewDelegate {
 public:
     virtual ~ContactInfoViewDelegate() = default;
-    virtual void ContactInfoView_viewIndex_selectRow(ContactInfoView &, std::int64_t /*index*/, std::int64_t /*row*/) {}
+    // The item behind `row` has gone; `index` is the section's.
+    virtual void ContactInfoView_viewIndex_selectRow(ContactInfoView &view, std::int64_t index, std::int64_t row) = 0;
+};
+
+// Who is told of typing.
+class ContactInfoViewEditing {
+public:
+    virtual ~ContactInfoViewEditing() = default;
     // After the section has taken the text.
-    virtual void sectionTextDidChange(ContactInfoView &) {}
-    virtual void sectionDidBeginEditing(ContactInfoView &) {}
+    virtual void sectionTextDidChange(ContactInfoView &section) = 0;
+    virtual void sectionDidBeginEditing(ContactInfoView &section) = 0;
 };
 
 class ContactInfoView : public NSView, public NSTableViewDelegate, public NSTableViewDataSource, public NSTextFieldDelegate {
@@ -34,6 +41,7 @@ public:
     std::weak_ptr<NSTableView> tableView;
     std::weak_ptr<NSTextField> textField_1, textField_2, textField_3;   // what they show is told by `bindField`
     std::weak_ptr<ContactInfoViewDelegate> delegate;
+    std::weak_ptr<ContactInfoViewEditing> editing;
 
     using Read = const NSString &(ZpContactDataInfo::*)() const;
     using Write = void (ZpContactDataInfo::*)(NSString);
@@ -44,7 +52,13 @@ public:
     // Of the rows' fields, once the table has made them.
     void setRowHint(const NSString &hint);
 
-    void onGroupCheckBox(const id &sender);   // its tag is the row
+    // Of the list behind the rows, which may have more items than the table has rows, or fewer.
+    [[nodiscard]] std::size_t itemCount() const;
+    // A new item with this text and no label; nothing in a section of fields or groups.
+    void addItem(const NSString &text);
+
+    void onGroupCheckBox(const id &sender);     // its tag is the row
+    void deleteButtonClick(const id &sender);   // its tag is the item; one that is not there is ignored
 
     void controlTextDidChange(NSTextField &field) override;
     void controlTextDidBeginEditing(NSTextField &field) override;
@@ -63,6 +77,7 @@ private:
     [[nodiscard]] NSString rowText(std::size_t row) const;
     [[nodiscard]] NSString rowType(std::size_t row) const;
     void setRowText(std::size_t row, const NSString &text);
+    void removeItem(std::size_t item);
     void showRow(NSTableCellView &cell, std::int64_t row);
     void updateEdited();
 

@@ -49,10 +49,11 @@ void NewContactDialogWindow::initContactofWindow() {
 void NewContactDialogWindow::awakeFromNib() {
     NSWindowController::awakeFromNib();
     initContactofWindow();
-    viewModel->setDelegate(weakOf(this));
+    viewModel->setEditing(weakOf(this));
     viewModel->setContact(contact);
     tell(contactGroup, [this](ContactInfoView &section) {
         section.groups = groupInfo;
+        section.delegate = viewModel;
         section.reload();
     });
     showGroupList(false);

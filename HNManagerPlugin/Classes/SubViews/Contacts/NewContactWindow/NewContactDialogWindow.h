@@ -18,7 +18,7 @@
 #include "toolkit/views/NSScrollView.h"
 #include "toolkit/views/NSWindowController.h"
 
-class NewContactDialogWindow : public NSWindowController, public ContactInfoViewDelegate, public HNContactPhotoViewDelegate {
+class NewContactDialogWindow : public NSWindowController, public ContactInfoViewEditing, public HNContactPhotoViewDelegate {
 public:
     HN_DECLARE_CLASS_TABLE
     static constexpr std::int64_t kSave = 1, kCancel = 0;

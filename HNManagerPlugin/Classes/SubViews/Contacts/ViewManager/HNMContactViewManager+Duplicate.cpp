@@ -2,7 +2,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DupContactWindowController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupContactWindowController.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIBreadcrumbWindowController.h"

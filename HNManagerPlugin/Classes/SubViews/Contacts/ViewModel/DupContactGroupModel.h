@@ -10,6 +10,10 @@ public:
 
     // The contacts that the opener matches, then those that these brought in, last the one that opened the group.
     ContactList dupContactGroupArray;
+    // Nobody reads these three.
+    bool isNameDuplicate = false;
+    NSString selectedMergeName;
+    double contactSectionHeight = 0;
 };
 
 using DupContactGroups = std::vector<std::shared_ptr<DupContactGroupModel>>;

@@ -1,8 +1,24 @@
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
 
 #include "toolkit/services/NSBundle.h"
+#include "toolkit/services/UserFolders.h"
+#include "toolkit/views/NSSavePanel.h"
+#include "toolkit/views/Presenter.h"
 
 namespace {
+
+class PanelNotes : public Presenter {
+public:
+    std::string text;
+    void panelDidOpen(NSSavePanel &panel) override {
+        for (const NSString &type : panel.allowedFileTypes)
+            text += type.str() + " ";
+        text += panel.directoryURL.str();
+        for (const char c : panel.nameFieldStringValue.isEmpty() ? std::string() : " " + panel.nameFieldStringValue.str())
+            text += c >= '0' && c <= '9' ? '0' : c;
+        dispatch::async(dispatch::main(), [p = panel.shared_from_this()] { static_cast<NSSavePanel &>(*p).cancel(); });
+    }
+};
 
 class OneInterface : public DeviceContext {
 public:
@@ -175,4 +191,20 @@ void ContactCategory::select(std::vector<std::size_t> rows) {
     for (const std::size_t row : rows)
         set.addIndex(row);
     table_->selectRowIndexes_byExtendingSelection(set, false);
+}
+
+std::string ContactCategory::panelAsks(const std::function<void()> &press) {
+    setUserFolders({.home = "/home/ann",
+                    .temporary = {},
+                    .applicationSupport = {},
+                    .desktop = {},
+                    .downloads = {},
+                    .music = {},
+                    .pictures = {},
+                    .movies = {}});
+    const auto notes = std::make_shared<PanelNotes>();
+    Presenter::install(notes);
+    press();
+    Presenter::install(nullptr);
+    return notes->text;
 }

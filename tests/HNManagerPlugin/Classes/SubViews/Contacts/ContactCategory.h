@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "HNManagerPlugin/Classes/SubItemViewController/HNMbaseViewController.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
 #include "tests/support/FakeDevice.h"
@@ -58,6 +60,9 @@ protected:
     void click(const char *identifier);
     void select(std::vector<std::size_t> rows);
     [[nodiscard]] std::shared_ptr<ZpContactDataInfo> add(const NSString &name);
+    // What the panel that `press` opens asks for, of a person at home in /home/ann: types, folder and name, its digits as 0.
+    // The panel is cancelled.
+    [[nodiscard]] static std::string panelAsks(const std::function<void()> &press);
 
     PluginWorld world_;
     std::shared_ptr<MemoryContacts> device_;

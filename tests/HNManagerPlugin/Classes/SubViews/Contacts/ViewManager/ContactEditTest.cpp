@@ -1,3 +1,6 @@
+#include <filesystem>
+#include <fstream>
+
 #include "HNManagerPlugin/Classes/SubViews/Contacts/NewContactWindow/NewContactDialogWindow.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
@@ -44,6 +47,7 @@ TEST_F(ContactEdit, addsWhatWasTyped) {
 
 TEST_F(ContactEdit, aRefusedContactIsTold) {
     openWith({});
+    device_->log.take();
     device_->refused = {"Ann"};
     AnswerScript answers;
     answers.at(kWindow).type("first", "Ann").press("FileManager_Save");
@@ -51,6 +55,7 @@ TEST_F(ContactEdit, aRefusedContactIsTold) {
     click("NewContactButton");
     world_.settle();
     EXPECT_TRUE(device_->stored.empty());
+    EXPECT_EQ(device_->log.take(), "");   // not read anew
 }
 
 TEST_F(ContactEdit, saveIsOffUntilSomethingButBlanksIsTyped) {
@@ -92,6 +97,59 @@ TEST_F(ContactEdit, aThirdNumberStaysUntouched) {
               "pKey=1; completeName=Ann; tel(a)=9; tel(b)=2; tel(c)=3; email(Home)=~; email(Home)=~");
 }
 
+TEST_F(ContactEdit, aRowThatIsDeletedTakesItsItemAndItsHeight) {
+    add("Ann")->mutable_phone_numbers() = {{"a", "1"}, {"b", "2"}, {"c", "3"}};
+    openWith({});
+    AnswerScript answers;
+    answers.at(kWindow).run([] {
+        const auto model = shown()->viewModel;
+        const auto phones = model->phoneGroup.lock(), emails = model->emailGroup.lock(), note = model->noteGroup.lock();
+        const double height = phones->frame().size.height, below = emails->frame().origin.y, note0 = note->frame().origin.y;
+        const auto button = make<NSButton>(NSRect(0, 0, 20, 20));
+        const auto press = [&](std::int64_t tag) {
+            button->setTag(tag);
+            phones->deleteButtonClick(button);
+        };
+        press(3);
+        press(-1);
+        EXPECT_EQ(phones->itemCount(), 3u);
+        press(1);
+        EXPECT_EQ(phones->itemCount(), 2u);
+        EXPECT_EQ(phones->tableView.lock()->numberOfRows(), 2);
+        EXPECT_DOUBLE_EQ(phones->frame().size.height, height - 42);
+        EXPECT_DOUBLE_EQ(emails->frame().origin.y, below - 42);
+        EXPECT_DOUBLE_EQ(note->frame().origin.y, note0 - 42);
+        model->onSectionButton(*phones);
+        EXPECT_DOUBLE_EQ(phones->frame().size.height, height);
+        EXPECT_DOUBLE_EQ(emails->frame().origin.y, below);
+    }).press("FileManager_Cancel");
+    edit(0);
+    EXPECT_EQ(described(*device_->stored[0]),
+              "pKey=1; completeName=Ann; tel(a)=1; tel(c)=3; tel(~)=xxxx; email(Home)=~; email(Home)=~");
+}
+
+TEST_F(ContactEdit, aPressOutsideClosesTheListOfGroups) {
+    group("A");
+    openWith({"Ann"});
+    AnswerScript answers;
+    answers.at(kWindow).run([] {
+        const auto window = shown()->window();
+        const auto press = [&](const std::shared_ptr<NSView> &view) {
+            const NSRect frame = view->frame();
+            const NSPoint middle = view->superview()->convertPoint_toView({frame.origin.x + frame.size.width / 2, frame.origin.y + frame.size.height / 2}, nullptr);
+            for (const auto type : {NSEventType::leftMouseDown, NSEventType::leftMouseUp})
+                window->sendEvent(NSEvent::mouse(type, middle));
+        };
+        shown()->expandGroupInfoView();
+        EXPECT_DOUBLE_EQ(shown()->groupContainer.lock()->frame().size.height, 32);
+        press(window->contentView()->viewWithIdentifier("Groups"));
+        EXPECT_TRUE(shown()->isGroupListOpen());
+        press(shown()->viewModel->phoneGroup.lock());
+        EXPECT_FALSE(shown()->isGroupListOpen());
+    }).press("FileManager_Cancel");
+    edit(0);
+}
+
 TEST_F(ContactEdit, aCancelledEditStaysOnShow) {
     (void)add("Ann");
     openWith({});
@@ -127,6 +185,20 @@ TEST_F(ContactEdit, tickedGroupsGoAlongAndAreForgotten) {
     EXPECT_EQ(device_->log.take(), "into A\ninto C\nread");
     for (const auto &group : device_->groups)
         EXPECT_FALSE(group->isSelected);
+}
+
+TEST_F(ContactEdit, aChosenPictureStandsInTheRecordWithItsPath) {
+    openWith({"Ann"});
+    const std::string path = std::string(HN_BINARY_DIR) + "/edit-picture.png";
+    std::ofstream(path) << "x";
+    AnswerScript answers;
+    answers.at(kWindow).run([] { shown()->photoView.lock()->choose(); }).press("FileManager_Cancel");
+    answers.openPanel().choose({path});
+    edit(0);
+    const auto ann = model_->contents->at<ZpContactDataInfo>(0);
+    EXPECT_EQ(ann->imagePath(), path);
+    EXPECT_EQ(ann->image_data()->path(), path);
+    std::filesystem::remove(path);
 }
 
 TEST_F(ContactEdit, aCancelledPicturePanelClearsThePicture) {

@@ -39,8 +39,8 @@ TEST_F(ContactExport, cardsTellTheNumberAskedForTablesTheLayers) {
     export_(answers, kTable, "a.csv");
     select({1});
     answers.at("1 exported").press("FileManager_OK");
-    export_(answers, kCards, "b.vcf");
-    EXPECT_EQ(device_->log.take(), "cards 2 a.vcf\ntable 2 a.csv\ncards 1 b.vcf");
+    export_(answers, kCards, "b.VCF");   // the panel's own extension, in whatever case, stays as it is
+    EXPECT_EQ(device_->log.take(), "cards 2 a.vcf\ntable 2 a.csv\ncards 1 b.VCF");
 }
 
 TEST_F(ContactExport, withoutASelectionAnEmptyFileStaysAndNoWindowComes) {
@@ -52,6 +52,38 @@ TEST_F(ContactExport, withoutASelectionAnEmptyFileStaysAndNoWindowComes) {
     EXPECT_EQ(fs::file_size(folder_ / "a.vcf"), 0U);
     EXPECT_EQ(fs::file_size(folder_ / "a.csv"), 0U);
     EXPECT_EQ(device_->log.take(), "");
+}
+
+TEST_F(ContactExport, asksForATimedNameInTheLastFolder) {
+    openWith({"Ann"});
+    EXPECT_EQ(panelAsks([&] { manager_->exportTovCardFile(nullptr); }), "vcf /home/ann/Documents Contacts_00000000_000000");
+    RVProductConfig::setValue_forKey("/last", "ContactExportPathKey");
+    EXPECT_EQ(panelAsks([&] { manager_->exportToCSVFile(nullptr); }), "csv /last Contacts_00000000_000000");
+}
+
+TEST_F(ContactExport, aPlaceThatCannotBeWrittenIsToldForCardsAlone) {
+    openWith({"Ann"});
+    device_->log.take();
+    select({0});
+    const std::string tooLong(300, 'x');
+    AnswerScript answers;
+    answers.at("HomeView_ExportPhoto_Not_Write_Disk").press("Button_Title_OK");
+    export_(answers, kCards, (tooLong + ".vcf").c_str());
+    EXPECT_EQ(device_->log.take(), "");
+    answers.at("0 exported").press("FileManager_OK");
+    export_(answers, kTable, (tooLong + ".csv").c_str());
+    EXPECT_EQ(device_->log.take(), "table 1 " + tooLong + ".csv");
+}
+
+TEST_F(ContactExport, showsTheFolderOfTheFileOnRequest) {
+    EventLog log;
+    logWorkspaceTo(log);
+    openWith({"Ann"});
+    select({0});
+    AnswerScript answers;
+    answers.at("1 exported").press("FileManager_OpenFolder");
+    export_(answers, kCards, "a.vcf");
+    EXPECT_EQ(log.take(), "opens " + folder_.string());
 }
 
 TEST_F(ContactExport, aCancelledPanelChangesNothing) {

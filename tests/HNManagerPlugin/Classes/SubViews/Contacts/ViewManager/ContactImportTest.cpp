@@ -8,9 +8,6 @@
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
 #include "tests/support/AnswerScript.h"
-#include "toolkit/services/UserFolders.h"
-#include "toolkit/views/NSSavePanel.h"
-#include "toolkit/views/Presenter.h"
 
 namespace {
 
@@ -19,19 +16,6 @@ constexpr const char *kSuccess = "ContactView_importSuccess";
 class NoRoom : public StrategyGates {
 public:
     bool actionRequestDeviceSize(std::int64_t) override { return false; }
-};
-
-// Notes what a panel asks for, and cancels it.
-class PanelNotes : public Presenter {
-public:
-    EventLog log;
-    void panelDidOpen(NSSavePanel &panel) override {
-        std::string types;
-        for (const NSString &type : panel.allowedFileTypes)
-            types += type.str() + " ";
-        log.add(types + panel.directoryURL.str());
-        dispatch::async(dispatch::main(), [p = panel.shared_from_this()] { static_cast<NSSavePanel &>(*p).cancel(); });
-    }
 };
 
 class ContactImport : public ContactCategory {
@@ -95,22 +79,10 @@ TEST_F(ContactImport, aCardFileInAFolderNamedCsvIsReportedAsCsv) {
 }
 
 TEST_F(ContactImport, startsInTheFolderOfTheLastOne) {
-    setUserFolders({.home = "/home/ann",
-                    .temporary = {},
-                    .applicationSupport = {},
-                    .desktop = {},
-                    .downloads = {},
-                    .music = {},
-                    .pictures = {},
-                    .movies = {}});
     openWith({});
-    const auto notes = std::make_shared<PanelNotes>();
-    Presenter::install(notes);
-    click("ImportButton");
+    EXPECT_EQ(panelAsks([&] { click("ImportButton"); }), "csv vcf /home/ann/Documents");
     RVProductConfig::setValue_forKey("/last", "ContactImportPathKey");
-    click("ImportButton");
-    Presenter::install(nullptr);
-    EXPECT_EQ(notes->log.take(), "csv vcf /home/ann/Documents\ncsv vcf /last");
+    EXPECT_EQ(panelAsks([&] { click("ImportButton"); }), "csv vcf /last");
     EXPECT_EQ(usage_.take(), "Manage/Contacts_Import\nManage/Contacts_Import");
 }
 

@@ -1,6 +1,9 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactCheckBoxCellView.h"
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DupContactWindowController.h"
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DuplicateCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactCheckBoxCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupContactWindowController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupContactViewManager.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupContactViewModel.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/HNDuplicateBaseView.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
 #include "tests/support/AnswerScript.h"
@@ -197,6 +200,24 @@ TEST_F(ContactMerge, aDeviceThatGoesAwayEndsTheSearchQuietly) {
     AnswerScript answers;
     run();
     EXPECT_TRUE(manager_->dupcontactsArray.isEmpty());
+}
+
+TEST_F(ContactMerge, aListOfDuplicatesShowsItsRowsOnceItsViewIsThere) {
+    const auto controller = make<NSArrayController>();
+    const auto model = make<DupContactViewModel>();
+    const auto view = make<HNDuplicateBaseView>(NSRect(0, 0, 100, 100));
+    const auto table = make<NSTableView>(NSRect(0, 0, 100, 100));
+    model->arrayController = controller;
+    controller->setContent(model->contents);
+    view->arrayController = controller;
+    view->tableView = table;
+    view->awakeFromNib();
+    model->contents->addObject(add("Ann"));
+    EXPECT_EQ(table->numberOfRows(), 0);
+    const auto manager = make<DupContactViewManager>();
+    manager->viewModel = model;
+    manager->viewDidLoad();
+    EXPECT_EQ(table->numberOfRows(), 1);
 }
 
 }   // namespace

@@ -42,89 +42,41 @@ TEST_P(ContactItems, agreeOrNot) {
 }
 
 using C = ZpContactDataInfo;
+using Urls = std::vector<ZpUrlDataInfo>;
+using Addresses = std::vector<ZpContactAddressDataInfo>;
+Change urls(Urls list) {
+    return [=](C &c) { c.mutable_urls() = list; };
+}
+Change addresses(Addresses list) {
+    return [=](C &c) { c.mutable_addresses() = list; };
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Rule, ContactItems,
-    testing::Values(Pair{"empty", kNothing, kNothing, true, true},
-                    Pair{"caseOfCompany", [](C &c) { c.setCompany_name("ACME \xC3\x84"); },
-                         [](C &c) { c.setCompany_name("Acme \xC3\xA4"); }, true, true},
-                    Pair{"notes", [](C &c) { c.setNotes("a"); }, [](C &c) { c.setNotes("b"); }, false, false},
-                    Pair{"absentLeftIsAnything", kNothing, [](C &c) { c.setJob_title("x"); }, true, false},
-                    Pair{"emptyIsNotAbsent", [](C &c) { c.setBirthday(""); }, kNothing, false, true},
-                    Pair{"departmentOnlyRight", kNothing, [](C &c) { c.setDepartment("x"); }, true, false},
-                    Pair{"namesAndNumbersPlayNoPart",
-                         [](C &c) {
-                             c.setCompleteName("a");
-                             c.setFirst_name("a");
-                             c.setNickname("a");
-                             c.mutable_phone_numbers() = {{"home", "1"}};
-                             c.mutable_emails() = {{"home", "a@b"}};
-                         },
-                         kNothing, true, true},
-                    Pair{"countOfUrls",
-                         [](C &c) {
-                             c.mutable_urls() = {{"a", NSString()}};
-                         },
-                         kNothing, false, false},
-                    Pair{"upperCaseSortsFirst",
-                         [](C &c) {
-                             c.mutable_urls() = {{"a", "u"}, {"b", "v"}};
-                         },
-                         [](C &c) {
-                             c.mutable_urls() = {{"c", "u"}, {"d", "V"}};
-                         },
-                         false, false},
-                    Pair{"orderOfUrlsOfOneCase",
-                         [](C &c) {
-                             c.mutable_urls() = {{"a", "u"}, {"b", "v"}};
-                         },
-                         [](C &c) {
-                             c.mutable_urls() = {{"c", "v"}, {"d", "u"}};
-                         },
-                         true, true},
-                    Pair{"addressesOfOneCountryKeepTheirOrder",
-                         [](C &c) {
-                             c.mutable_addresses() = {address("US", "a"), address("US", "b")};
-                         },
-                         [](C &c) {
-                             c.mutable_addresses() = {address("US", "b"), address("US", "a")};
-                         },
-                         false, false},
-                    Pair{"addressesByCountry",
-                         [](C &c) {
-                             c.mutable_addresses() = {address("US", "a"), address("DE", "b")};
-                         },
-                         [](C &c) {
-                             c.mutable_addresses() = {address("DE", "B"), address("US", "A")};
-                         },
-                         true, true},
-                    Pair{"countryCodeCounts", [](C &c) { c.mutable_addresses() = {address("US", "a", "us")}; },
-                         [](C &c) { c.mutable_addresses() = {address("US", "a", "ca")}; }, false, false},
-                    Pair{"absentCountryCodeAtTheLeft", [](C &c) { c.mutable_addresses() = {address("US", "a")}; },
-                         [](C &c) { c.mutable_addresses() = {address("US", "a", "ca")}; }, true, false},
-                    Pair{"serviceOfAnImPlaysNoPart",
-                         [](C &c) {
-                             c.mutable_ims() = {{"", "AIM", "joe"}};
-                         },
-                         [](C &c) {
-                             c.mutable_ims() = {{"", "ICQ", "Joe"}};
-                         },
-                         true, true},
-                    Pair{"dates",
-                         [](C &c) {
-                             c.mutable_dates() = {{"", "2001"}};
-                         },
-                         [](C &c) {
-                             c.mutable_dates() = {{"", "2002"}};
-                         },
-                         false, false},
-                    Pair{"relatedNames",
-                         [](C &c) {
-                             c.mutable_relatednames() = {{"x", "Ann"}};
-                         },
-                         [](C &c) {
-                             c.mutable_relatednames() = {{"y", "ANN"}};
-                         },
-                         true, true}),
+    testing::Values(
+        Pair{"empty", kNothing, kNothing, true, true},
+        Pair{"caseOfCompany", [](C &c) { c.setCompany_name("ACME \xC3\x84"); }, [](C &c) { c.setCompany_name("Acme \xC3\xA4"); }, true, true},
+        Pair{"notes", [](C &c) { c.setNotes("a"); }, [](C &c) { c.setNotes("b"); }, false, false},
+        Pair{"absentLeftIsAnything", kNothing, [](C &c) { c.setJob_title("x"); }, true, false},
+        Pair{"emptyIsNotAbsent", [](C &c) { c.setBirthday(""); }, kNothing, false, true},
+        Pair{"departmentOnlyRight", kNothing, [](C &c) { c.setDepartment("x"); }, true, false},
+        Pair{"namesAndNumbersPlayNoPart",
+             [](C &c) {
+                 c.setCompleteName("a"), c.setFirst_name("a"), c.setNickname("a");
+                 c.mutable_phone_numbers() = {{"home", "1"}}, c.mutable_emails() = {{"home", "a@b"}};
+             },
+             kNothing, true, true},
+        Pair{"countOfUrls", urls({{"a", NSString()}}), kNothing, false, false},
+        Pair{"upperCaseSortsFirst", urls({{"a", "u"}, {"b", "v"}}), urls({{"c", "u"}, {"d", "V"}}), false, false},
+        Pair{"orderOfUrlsOfOneCase", urls({{"a", "u"}, {"b", "v"}}), urls({{"c", "v"}, {"d", "u"}}), true, true},
+        Pair{"addressesOfOneCountryKeepTheirOrder", addresses({address("US", "a"), address("US", "b")}),
+             addresses({address("US", "b"), address("US", "a")}), false, false},
+        Pair{"addressesByCountry", addresses({address("US", "a"), address("DE", "b")}), addresses({address("DE", "B"), address("US", "A")}), true, true},
+        Pair{"countryCodeCounts", addresses({address("US", "a", "us")}), addresses({address("US", "a", "ca")}), false, false},
+        Pair{"absentCountryCodeAtTheLeft", addresses({address("US", "a")}), addresses({address("US", "a", "ca")}), true, false},
+        Pair{"serviceOfAnImPlaysNoPart", [](C &c) { c.mutable_ims() = {{"", "AIM", "joe"}}; }, [](C &c) { c.mutable_ims() = {{"", "ICQ", "Joe"}}; }, true, true},
+        Pair{"dates", [](C &c) { c.mutable_dates() = {{"", "2001"}}; }, [](C &c) { c.mutable_dates() = {{"", "2002"}}; }, false, false},
+        Pair{"relatedNames", [](C &c) { c.mutable_relatednames() = {{"x", "Ann"}}; }, [](C &c) { c.mutable_relatednames() = {{"y", "ANN"}}; }, true, true}),
     kName);
 
 TEST(ContactItemSorts, stayForGoodUpToTheFirstDifference) {
@@ -151,30 +103,19 @@ TEST_P(ContactNames, agreeOrNot) {
     EXPECT_EQ(checkContactName_sameAs(*contact(pair.right), *contact(pair.left)), pair.agreeTheOtherWayRound);
 }
 
-INSTANTIATE_TEST_SUITE_P(Rule, ContactNames,
-                         testing::Values(Pair{"twoNameless", kNothing, [](C &c) { c.setCompleteName(""); }, false,
-                                              false},
-                                         Pair{"nameInAnyCase", [](C &c) { c.setCompleteName("Joe"); },
-                                              [](C &c) { c.setCompleteName("JOE"); }, true, true},
-                                         Pair{"otherName", [](C &c) { c.setCompleteName("Joe"); },
-                                              [](C &c) { c.setCompleteName("Jo"); }, false, false},
-                                         Pair{"firstNamePlaysNoPart", [](C &c) { c.setFirst_name("Joe"); },
-                                              [](C &c) { c.setFirst_name("Joe"); }, false, false},
-                                         Pair{"namelessLeftAgreesWithAnyName", kNothing,
-                                              [](C &c) { c.setCompleteName("Joe"); }, true, false},
-                                         Pair{"phoneticReadingDiffers",
-                                              [](C &c) {
-                                                  c.setCompleteName("Joe");
-                                                  c.setMiddle_name_yomi("a");
-                                              },
-                                              [](C &c) {
-                                                  c.setCompleteName("Joe");
-                                                  c.setMiddle_name_yomi("b");
-                                              },
-                                              false, false},
-                                         Pair{"phoneticReadingAlone", [](C &c) { c.setLast_name_yomi("do"); },
-                                              [](C &c) { c.setLast_name_yomi("DO"); }, true, true}),
-                         kName);
+Change named(const char *name, const char *middleYomi = nullptr) {
+    return [=](C &c) { c.setCompleteName(name), c.setMiddle_name_yomi(middleYomi); };
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rule, ContactNames,
+    testing::Values(Pair{"twoNameless", kNothing, named(""), false, false}, Pair{"nameInAnyCase", named("Joe"), named("JOE"), true, true},
+                    Pair{"otherName", named("Joe"), named("Jo"), false, false},
+                    Pair{"firstNamePlaysNoPart", [](C &c) { c.setFirst_name("Joe"); }, [](C &c) { c.setFirst_name("Joe"); }, false, false},
+                    Pair{"namelessLeftAgreesWithAnyName", kNothing, named("Joe"), true, false},
+                    Pair{"phoneticReadingDiffers", named("Joe", "a"), named("Joe", "b"), false, false},
+                    Pair{"phoneticReadingAlone", named(nullptr, "do"), named(nullptr, "DO"), true, true}),
+    kName);
 
 TEST(ContactNumbers, losesNoBreakSpacesAndHyphensOnly) {
     EXPECT_EQ(deletePhoneNumberSpace("+1\xC2\xA0"

@@ -3,7 +3,7 @@
 // Threads: main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactSection.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactSection.h"
 #include "toolkit/tables/NSTableView.h"
 #include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSViewController.h"

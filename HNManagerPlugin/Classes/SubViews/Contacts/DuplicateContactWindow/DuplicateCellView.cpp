@@ -1,4 +1,4 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DuplicateCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellView.h"
 
 HN_CLASS_TABLE(DuplicateCellView, NSTableCellView)
 

@@ -1,4 +1,4 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactCheckBoxCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactCheckBoxCellView.h"
 
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 

@@ -1,4 +1,4 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactTableCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactTableCellView.h"
 
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 

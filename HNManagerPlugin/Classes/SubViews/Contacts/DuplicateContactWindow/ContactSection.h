@@ -1,7 +1,7 @@
 // One row of the merge window: the contacts of a group and what they become. Threads: main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactCellData.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactCellData.h"
 
 class ContactSection : public NSObject {
 public:
@@ -11,6 +11,7 @@ public:
     std::shared_ptr<ContactCellData> mergedCellData;
     NSString mergedName;   // absent where no contact has a name
     int selected = 1;      // state of the row's check box
+    std::int64_t sectionIndex = 0;   // nobody reads it
 
     // Points: all contacts below each other.
     [[nodiscard]] double height() const;

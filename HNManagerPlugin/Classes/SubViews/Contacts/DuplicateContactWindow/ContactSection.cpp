@@ -1,4 +1,4 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactSection.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactSection.h"
 
 HN_CLASS_TABLE(ContactSection, NSObjectTable, .key("selected", &ContactSection::selected)
                                              .key("mergedCellData", &ContactSection::mergedCellData)

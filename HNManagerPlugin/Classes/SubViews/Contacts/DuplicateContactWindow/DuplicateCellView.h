@@ -1,7 +1,7 @@
 // A group's cell in the merge window: its contacts below each other, or the one that they become. Threads: main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DuplicateCellViewController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellViewController.h"
 #include "toolkit/tables/NSTableCellView.h"
 
 class DuplicateCellView : public NSTableCellView {

@@ -1,4 +1,4 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactCellData.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactCellData.h"
 
 HN_CLASS_TABLE(ContactCellData, NSObjectTable, .key("rawInfo", &ContactCellData::rawInfo))
 

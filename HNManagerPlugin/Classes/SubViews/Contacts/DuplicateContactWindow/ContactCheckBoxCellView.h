@@ -1,7 +1,7 @@
 // The check box of a group's row. Threads: main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactSection.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactSection.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUICheckBox.h"
 #include "toolkit/tables/NSTableCellView.h"
 

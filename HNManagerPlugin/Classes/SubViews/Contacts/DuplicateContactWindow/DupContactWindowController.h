@@ -10,7 +10,7 @@
 // Threads  main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactSection.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactSection.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/DupContactGroupModel.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUICheckBox.h"
 #include "toolkit/Property.h"

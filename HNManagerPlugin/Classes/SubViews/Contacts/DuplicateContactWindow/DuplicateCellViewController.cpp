@@ -1,8 +1,8 @@
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/DuplicateCellViewController.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellViewController.h"
 
 #include <algorithm>
 
-#include "HNManagerPlugin/Classes/SubViews/Contacts/DupContactWindow/ContactTableCellView.h"
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/ContactTableCellView.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRules.h"
 
 HN_CLASS_TABLE(DuplicateCellViewController, NSViewController,

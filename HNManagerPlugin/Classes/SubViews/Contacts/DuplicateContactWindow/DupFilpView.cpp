@@ -1,0 +1,3 @@
+#include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupFilpView.h"
+
+HN_CLASS_TABLE(DupFilpView, NSView)
