@@ -81,4 +81,21 @@ void rearrangeATree(benchmark::State &state) {
 }
 BENCHMARK(rearrangeATree)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+void removeHalfOfTheSiblings(benchmark::State &state) {
+    const NSArray all = tracks(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        const auto tree = make<NSTreeController>();
+        tree->content()->setArray(all);
+        tree->rearrangeObjects();
+        std::vector<NSIndexPath> half;
+        for (std::int64_t row = 0; row < state.range(0); row += 2)
+            half.push_back(NSIndexPath::indexPathWithIndex(static_cast<std::size_t>(row)));
+        state.ResumeTiming();
+        tree->removeObjectsAtArrangedObjectIndexPaths(half);
+    }
+    perElement(state);
+}
+BENCHMARK(removeHalfOfTheSiblings)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 }  // namespace

@@ -263,18 +263,27 @@ void NSTreeController::insertObject_atArrangedObjectIndexPath(id object, const N
     finishChange(change, changed, {0}, selectsInsertedObjects_ && node ? NSTreeNodes{node} : selected_);
 }
 
-void NSTreeController::removeNode(const std::shared_ptr<NSTreeNode> &node) {
-    const auto parent = node->parentNode();
-    const auto list = parent ? listOf(*parent) : nullptr;
+// All at once: one by one each would move all its siblings.
+void NSTreeController::removeChildren(NSTreeNode &parent, const NSTreeNodes &nodes) {
+    const auto list = listOf(parent);
     if (!list)
         return;
-    if (list->objectAtIndex(node->position_) == node->representedObject_)
-        list->removeObjectAtIndex(node->position_);
-    else
-        list->removeObjectsIdenticalIn({node->representedObject_});
-    NSTreeNodes rest = parent->childNodes();
-    std::erase(rest, node);
-    parent->adopt(std::move(rest));
+    NSMutableIndexSet places;
+    NSArray::Items elsewhere;   // where the nodes are sorted, the objects stand in another order
+    std::unordered_set<std::shared_ptr<NSTreeNode>> gone;
+    for (const auto &node : nodes) {
+        if (list->objectAtIndex(node->position_) == node->representedObject_)
+            places.addIndex(node->position_);
+        else
+            elsewhere.push_back(node->representedObject_);
+        gone.insert(node);
+    }
+    list->removeObjectsAtIndexes(places);
+    if (!elsewhere.empty())
+        list->removeObjectsIdenticalIn(std::move(elsewhere));
+    NSTreeNodes rest = parent.childNodes();
+    std::erase_if(rest, [&gone](const auto &child) { return gone.contains(child); });
+    parent.adopt(std::move(rest));
 }
 
 void NSTreeController::removeObjectAtArrangedObjectIndexPath(const NSIndexPath &path) { removeObjectsAtArrangedObjectIndexPaths({path}); }
@@ -289,8 +298,11 @@ void NSTreeController::removeObjectsAtArrangedObjectIndexPaths(const std::vector
     TreeChange change{TreeChange::Kind::removed, {}};
     for (const auto &node : nodes)
         change.paths.push_back(node->indexPath());
-    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)   // last first, so that places ahead keep their numbers
-        removeNode(*node);
+    std::unordered_map<std::shared_ptr<NSTreeNode>, NSTreeNodes> byParent;
+    for (const auto &node : nodes)
+        byParent[node->parentNode()].push_back(node);
+    for (const auto &[parent, children] : byParent)
+        removeChildren(*parent, children);
     finishChange(change, true, change.paths.front(), selected_);
 }
 
@@ -322,7 +334,8 @@ void NSTreeController::moveNodes_toIndexPath(const NSTreeNodes &nodes, const NSI
             underItself |= above == node;
         if (underItself)
             continue;
-        removeNode(node);
+        if (const auto old = node->parentNode())
+            removeChildren(*old, {node});
         insertNode(*parent, node, index++);
         moved = true;
     }

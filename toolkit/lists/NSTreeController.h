@@ -116,7 +116,8 @@ private:
     [[nodiscard]] NSTreeNodes inOrder(const NSTreeNodes &nodes) const;
     bool takeSelection(NSTreeNodes nodes);
     void insertNode(NSTreeNode &parent, const std::shared_ptr<NSTreeNode> &node, std::size_t index);
-    void removeNode(const std::shared_ptr<NSTreeNode> &node);
+    // `nodes` are children of `parent`, by place.
+    void removeChildren(NSTreeNode &parent, const NSTreeNodes &nodes);
     void tellSelection();
     [[nodiscard]] std::vector<std::shared_ptr<NSTreeControllerObserver>> observers();
 

@@ -120,6 +120,29 @@ TEST_F(TreeController, movesNodesWithWhatIsBelowThemButNotUnderThemselves) {
     EXPECT_EQ(tree->toString(), "(f (a g (b) c)) selection 0.1");
 }
 
+TEST_F(TreeController, removesSiblingsInOneStepAndWhatIsBelowThemToo) {
+    fill({item("d"), item("e"), item("f2")});
+    const auto g = node({0, 1})->represented<Item>();
+    const std::uint64_t before = tree->content()->version();
+    log->take();
+    tree->removeObjectsAtArrangedObjectIndexPaths({{3}, {0, 1}, {1}, {0, 1, 0}, {9}, {2}});
+    EXPECT_EQ(tree->toString(), "(f (a) f2) selection");
+    EXPECT_EQ(names(tree->content()->snapshot()), "f f2");
+    EXPECT_EQ(names(g->children->snapshot()), "");
+    EXPECT_EQ(tree->content()->version(), before + 1);   // one by one, thousands of siblings would take minutes
+    EXPECT_EQ(log->take(), "removed 0.1 0.1.0 1 2 3\n");
+    EXPECT_TRUE(tree->isConsistent());
+}
+
+TEST_F(TreeController, removesTheRightObjectsWhereTheNodesAreSorted) {
+    tree->setSortDescriptors({NSSortDescriptor("name", false)});
+    ASSERT_EQ(tree->toString(), "(f (g (b) a) c) selection");
+    fill({item("d"), item("e")});
+    tree->removeObjectsAtArrangedObjectIndexPaths({{1}, {2}});   // f e d c; in the list f c d e
+    EXPECT_EQ(tree->toString(), "(f (g (b) a) c) selection");
+    EXPECT_EQ(names(tree->content()->snapshot()), "f c");
+}
+
 TEST_F(TreeController, leavesOutAnObjectAmongItsOwnAncestors) {
     const auto f = node({0})->represented<Item>();
     node({0, 1})->represented<Item>()->children->addObject(f);
