@@ -1,12 +1,12 @@
-// Shows the calendars category's placeholder rows. Main thread.
+// The calendars category. Threads: main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/ViewManager/TableView/HNTableViewManager.h"
+#include "HNManagerPlugin/Classes/ViewManager/TableView/SkeletonViewManager.h"
 
-class HNMCalendarViewManager : public HNTableViewManager {
+class HNMCalendarViewManager : public SkeletonViewManager {
 public:
     HN_DECLARE_CLASS_TABLE
-    void viewDidLoad() override;
-    void viewManagerLoadData() override;
-    void RowSelectedChange() override;
+
+protected:
+    [[nodiscard]] NSString noDataText() const override;
 };

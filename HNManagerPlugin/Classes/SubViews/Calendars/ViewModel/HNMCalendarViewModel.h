@@ -1,21 +1,18 @@
-// The calendars category: a skeleton without device access. Its model fills ten rows of placeholder text.
+// The calendars category: a skeleton, whose rows read "Calendar 1" to "Calendar 10". Threads: as its base.
 #pragma once
 
-#include "HNManagerPlugin/Classes/ModelEntify/HNMbaseEntity.h"
-#include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
+#include "HNManagerPlugin/Classes/ViewModel/SkeletonViewModel.h"
 
-class HNCalendarEntity : public HNMbaseEntity {
+class HNCalendarEntity : public SkeletonEntity {
 public:
     HN_DECLARE_CLASS_TABLE
-    NSString identifier;
-    NSString title;
 };
 
-class HNMCalendarViewModel : public HNMbaseViewModel {
+class HNMCalendarViewModel : public SkeletonViewModel {
 public:
     HN_DECLARE_CLASS_TABLE
-    static constexpr int kRows = 10;
-    void reloadData() override;
-    bool searchFileByString(const NSString &text) override;
-    void searchSelectedChanged() override { rememberSelection(); }
+
+protected:
+    [[nodiscard]] std::shared_ptr<SkeletonEntity> makeRow() const override { return make<HNCalendarEntity>(); }
+    [[nodiscard]] NSString rowWord() const override { return "Calendar"; }
 };

@@ -1,12 +1,12 @@
-// Shows the notes category's placeholder rows. Main thread.
+// The notes category. Threads: main.
 #pragma once
 
-#include "HNManagerPlugin/Classes/ViewManager/TableView/HNTableViewManager.h"
+#include "HNManagerPlugin/Classes/ViewManager/TableView/SkeletonViewManager.h"
 
-class HNMNoteViewManager : public HNTableViewManager {
+class HNMNoteViewManager : public SkeletonViewManager {
 public:
     HN_DECLARE_CLASS_TABLE
-    void viewDidLoad() override;
-    void viewManagerLoadData() override;
-    void RowSelectedChange() override;
+
+protected:
+    [[nodiscard]] NSString noDataText() const override;
 };

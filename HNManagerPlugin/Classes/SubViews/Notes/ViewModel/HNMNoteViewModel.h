@@ -1,21 +1,18 @@
-// The notes category: a skeleton without device access. Its model fills ten rows of placeholder text.
+// The notes category: a skeleton, whose rows read "Note 1" to "Note 10". Threads: as its base.
 #pragma once
 
-#include "HNManagerPlugin/Classes/ModelEntify/HNMbaseEntity.h"
-#include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
+#include "HNManagerPlugin/Classes/ViewModel/SkeletonViewModel.h"
 
-class HNNoteEntity : public HNMbaseEntity {
+class HNNoteEntity : public SkeletonEntity {
 public:
     HN_DECLARE_CLASS_TABLE
-    NSString identifier;
-    NSString title;
 };
 
-class HNMNoteViewModel : public HNMbaseViewModel {
+class HNMNoteViewModel : public SkeletonViewModel {
 public:
     HN_DECLARE_CLASS_TABLE
-    static constexpr int kRows = 10;
-    void reloadData() override;
-    bool searchFileByString(const NSString &text) override;
-    void searchSelectedChanged() override { rememberSelection(); }
+
+protected:
+    [[nodiscard]] std::shared_ptr<SkeletonEntity> makeRow() const override { return make<HNNoteEntity>(); }
+    [[nodiscard]] NSString rowWord() const override { return "Note"; }
 };
