@@ -42,6 +42,11 @@ void BookmarkStore::noteFailure(const std::exception &error, const std::string &
     failures_.note(std::move(failure));
 }
 
+void BookmarkStore::needDevice() const {
+    if (!tree_->isThere())
+        throw AccessError(AccessError::Kind::gone, tree_->root().string(), "the device has gone");
+}
+
 // ---------------------------------------------------------------- reading
 
 BookmarkList BookmarkStore::roadBookMarkData() {
@@ -51,8 +56,7 @@ BookmarkList BookmarkStore::roadBookMarkData() {
             sqlite::Database database = tree_->openForReading(kBookmarks);
             return readBookmarks(database);
         }
-        if (!tree_->isThere())
-            throw AccessError(AccessError::Kind::gone, tree_->root().string(), "the device has gone");
+        needDevice();
     } catch (const std::exception &error) {
         noteFailure(error);
     }
@@ -64,8 +68,7 @@ std::int64_t BookmarkStore::isDeviceiCloudOpen(std::int64_t kind) { return tree_
 // ---------------------------------------------------------------- one transaction
 
 void BookmarkStore::withDatabase(const Work &work) {
-    if (!tree_->isThere())
-        throw AccessError(AccessError::Kind::gone, tree_->root().string(), "the device has gone");
+    needDevice();
     const WriterLock lock = tree_->lockForWriting();
     sqlite::Database database = tree_->openForWriting(lock, kBookmarks);
     BookmarkWriter writer(database, secondsSince1970());
@@ -78,8 +81,7 @@ bool BookmarkStore::inOneTransaction(const Work &work) {
         withDatabase([&](sqlite::Database &database, BookmarkWriter &writer) {
             sqlite::Transaction all(database);
             work(database, writer);
-            if (!tree_->isThere())
-                throw AccessError(AccessError::Kind::gone, tree_->root().string(), "the device has gone");
+            needDevice();
             all.commit();
         });
         return true;
@@ -153,6 +155,7 @@ void BookmarkStore::moveBookMark_childrenKey_callBack(const NSString &folderKey,
 
 std::vector<bool> BookmarkStore::removeGroup(sqlite::Database &database, BookmarkWriter &writer, const std::vector<NSString> &keys,
                                              std::size_t first) {
+    needDevice();   // else each key would fail for a reason that tells less
     std::vector<bool> outcomes;
     sqlite::Transaction group(database);
     const auto start = limits_.now();
@@ -163,8 +166,7 @@ std::vector<bool> BookmarkStore::removeGroup(sqlite::Database &database, Bookmar
     } while (first + outcomes.size() < keys.size() && static_cast<std::int64_t>(outcomes.size()) < limits_.keys &&
              limits_.now() - start < limits_.time);
     writer.forgetRemovedFolders();
-    if (!tree_->isThere())
-        throw AccessError(AccessError::Kind::gone, tree_->root().string(), "the device has gone");
+    needDevice();
     group.commit();
     return outcomes;
 }

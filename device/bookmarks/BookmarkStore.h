@@ -52,6 +52,8 @@ public:
     void setGroupLimits(GroupLimits limits) { limits_ = std::move(limits); }
 
 private:
+    // Throws where the device has gone.
+    void needDevice() const;
     using Work = std::function<void(sqlite::Database &, BookmarkWriter &)>;
     // Runs `work` with a database that is open for writing; throws.
     void withDatabase(const Work &work);

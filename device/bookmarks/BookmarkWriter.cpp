@@ -214,25 +214,24 @@ void BookmarkWriter::remove(std::int64_t row) {
     const Row old = visibleRow(row);
     const std::vector<std::int64_t> gone = below(row);
     sqlite::Statement one = database_.prepare("DELETE FROM bookmarks WHERE id = ?");
-    if (old.isFolder && hasAncestors_) {
-        database_.exec("CREATE TEMP TABLE IF NOT EXISTS gone (row INTEGER PRIMARY KEY)");
-        sqlite::Statement note = database_.prepare("INSERT OR IGNORE INTO temp.gone VALUES (?)");
-        for (const std::int64_t each : gone)
-            note.bind(1, each).run();
-        hasRemovedFolders_ = true;
-    }
     for (const std::int64_t each : gone) {
         one.bind(1, each).run();
         forgetWords(each);
     }
     changeChildCount(old.parent, -1);
     removed_.insert(gone.begin(), gone.end());
+    if (old.isFolder && hasAncestors_)
+        removedWithFolders_.insert(removedWithFolders_.end(), gone.begin(), gone.end());
 }
 
 // One walk over the table for all of them: it has no index.
 void BookmarkWriter::forgetRemovedFolders() {
-    if (!std::exchange(hasRemovedFolders_, false))
+    if (removedWithFolders_.empty())
         return;
+    database_.exec("CREATE TEMP TABLE IF NOT EXISTS gone (row INTEGER PRIMARY KEY)");
+    sqlite::Statement note = database_.prepare("INSERT OR IGNORE INTO temp.gone VALUES (?)");
+    for (const std::int64_t row : std::exchange(removedWithFolders_, {}))
+        note.bind(1, row).run();
     database_.exec("DELETE FROM folder_ancestors WHERE folder_id IN (SELECT row FROM temp.gone) OR ancestor_id IN (SELECT row FROM temp.gone);"
                    "DELETE FROM temp.gone");
 }

@@ -29,7 +29,7 @@ public:
     bool move(std::int64_t row, std::int64_t target);
     // With all that is below it. What an earlier call took along counts as removed.
     void remove(std::int64_t row);
-    // After the last remove of a transaction.
+    // After the last remove of a transaction: takes the removed folders out of the table of folders above folders.
     void forgetRemovedFolders();
 
 private:
@@ -57,7 +57,7 @@ private:
     sqlite::Statement find_, end_, rootEnd_, move_, count_, children_;
     std::unordered_map<std::int64_t, std::int64_t> ends_;   // the next free place in each parent
     std::unordered_set<std::int64_t> removed_;
-    bool hasRemovedFolders_ = false;
+    std::vector<std::int64_t> removedWithFolders_;   // since forgetRemovedFolders
 };
 
 }  // namespace device::bookmarks

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "device/BackupFolder.h"
 #include "device/bookmarks/BookmarkStore.h"
 #include "device/bookmarks/BookmarkWriter.h"
+#include "tests/device/HardEnds.h"
 #include "tests/device/TestBackup.h"
 
 using namespace device;
@@ -32,7 +35,7 @@ public:
     [[nodiscard]] std::filesystem::path database() const { return image_.path() / "HomeDomain/Library/Safari/Bookmarks.db"; }
     [[nodiscard]] const std::filesystem::path &path() const { return image_.path(); }
     [[nodiscard]] std::string query(const std::string &sql) const {
-        sqlite::Database opened(database(), sqlite::Access::readOnly);
+        sqlite::Database opened(database(), sqlite::Access::readWrite);   // rolls back what a killed writer left
         sqlite::Statement rows = opened.prepare(sql);
         std::string text;
         while (rows.step())
@@ -234,6 +237,110 @@ TEST(BookmarkDeleting, aSecondWriterIsRefusedAndEachKeyFails) {
     EXPECT_FALSE(image.store->addBookMark({{"", {"x", "u"}}}));
     EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
 }
+
+TEST(BookmarkDeleting, oneFolderThatTheDatabaseKeepsStaysWholeAndTheOthersGo) {
+    const Image image(newest() + "INSERT INTO folder_ancestors (folder_id, ancestor_id) VALUES (3, 1), (5, 1);"
+                                 "CREATE TRIGGER keeps BEFORE DELETE ON bookmarks WHEN OLD.id = 4 BEGIN SELECT RAISE(ABORT, 'kept'); END;");
+    EXPECT_EQ(deleted(image, {"3", "5", "6"}), "0/3- 1/3+ 2/3+ ");
+    EXPECT_EQ(image.reason().substr(0, 12), "bookmark 3: ");
+    EXPECT_EQ(image.list(), "1F<- 2a<1 3G<1 4b<3");
+    EXPECT_EQ(image.query("SELECT folder_id FROM folder_ancestors"), "3");
+    EXPECT_EQ(image.query("SELECT num_children FROM bookmarks WHERE id = 1"), "0");   // as made: no lower than none
+}
+
+TEST(BookmarkDeleting, aDeviceThatGoesAwayFailsWhatIsLeft) {
+    const Image image(newest());
+    image.store->setGroupLimits({.keys = 1});
+    std::string calls;
+    image.store->deleteBookMarkFromPkeys_callBack({{"2", "2"}, {"4", "4"}, {"6", "6"}}, [&](std::int64_t, std::int64_t, bool success, bool *) {
+        std::filesystem::remove_all(image.path());
+        calls += success ? "+" : "-";
+    });
+    EXPECT_EQ(calls, "+--");
+    EXPECT_EQ(image.store->failures().first()->kind, AccessError::Kind::gone);
+    EXPECT_FALSE(std::filesystem::exists(image.path()));
+}
+
+// ---------------------------------------------------------------- hard ends
+
+// Each operation, and what the list may be afterwards: as before, or as after the whole of it.
+struct Operation {
+    const char *name;
+    void (*run)(BookmarkStore &store);
+};
+constexpr Operation kOperations[] = {
+    {"adds", [](BookmarkStore &store) { store.addBookMark({{"1", {"x", "u"}}, {"3", {"y", "u"}}, {"", {"z", "u"}}}); }},
+    {"addsFolders", [](BookmarkStore &store) { store.addBookMarkFolder({{"1", "x"}, {"5", "y"}}); }},
+    {"edits", [](BookmarkStore &store) { store.editBookMark(record("2", "A", "http://A")); }},
+    {"renames", [](BookmarkStore &store) { store.editBookMarkFolder(record("1", "R", "")); }},
+    {"moves", [](BookmarkStore &store) { store.moveBookMark_childrenKey_callBack("5", {"6", "3", "2"}, {}); }},
+    {"deletes", [](BookmarkStore &store) { store.deleteBookMarkFromPkeys_callBack({{"1", "1"}, {"6", "6"}}, {}); }},
+};
+
+class HardEnd : public testing::TestWithParam<Operation> {
+protected:
+    static std::string before() { return everything(Image(newest())); }
+    static std::string after() {
+        const Image image(newest());
+        GetParam().run(*image.store);
+        return everything(image);
+    }
+    // All that tells an operation apart, without what is new each time.
+    static std::string everything(const Image &image) {
+        return image.list() + "|" + image.query("SELECT coalesce(num_children, '-') || coalesce(url, '-') || order_index FROM bookmarks ORDER BY id") + "|" +
+               image.query("SELECT folder_id || '-' || ancestor_id FROM folder_ancestors ORDER BY 1");
+    }
+};
+
+TEST_P(HardEnd, killedAtAnyWriteAllOfItOrNothingIsThere) {
+    const std::string none = before(), all = after();
+    ASSERT_NE(none, all);
+    int kills = 0, wholes = 0;
+    for (int status = 0; status != 7; ++kills) {
+        const Image image(newest());
+        status = inChild([&] {
+            dieAtCall(kills + 1);
+            GetParam().run(*image.store);
+            return 7;
+        });
+        ASSERT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
+        const std::string left = everything(image);
+        EXPECT_TRUE(left == none || left == all) << kills << ": " << left;
+        wholes += left == all;
+        EXPECT_TRUE(image.store->addBookMark({{"", {"later", "u"}}})) << kills << image.reason();
+    }
+    EXPECT_GT(kills, 4);
+    EXPECT_GT(wholes, 0);
+}
+
+TEST_P(HardEnd, aFullDiskIsToldAndChangesNothing) {
+    const Image image(newest());
+    const std::string none = before();
+    EXPECT_EQ(inChild([&] {
+                  limitFileSize(1'000);   // not even the journal of a change fits
+                  GetParam().run(*image.store);
+                  return image.reason().empty() ? 6 : 5;
+              }),
+              5);
+    EXPECT_EQ(everything(image), none);
+}
+
+TEST_P(HardEnd, aFolderWithoutWritePermissionIsToldAndChangesNothing) {
+    const Image image(newest());
+    forbidWriting(image.path());
+    const std::string picture = pictureOf(image.path());
+    EXPECT_EQ(inChild([&] {
+                  if (!becomeNobody())
+                      return 9;
+                  GetParam().run(*image.store);
+                  const auto failure = image.store->failures().first();
+                  return failure && failure->kind == AccessError::Kind::readOnly && !failure->text.empty() ? 5 : 6;
+              }),
+              5);
+    EXPECT_EQ(pictureOf(image.path()), picture);
+}
+
+INSTANTIATE_TEST_SUITE_P(Bookmarks, HardEnd, testing::ValuesIn(kOperations), [](const auto &info) { return std::string(info.param.name); });
 
 TEST(BookmarkBackup, isReadAndNeverChanged) {
     const Image image(newest());

@@ -1,4 +1,5 @@
-// Bookmarks in memory. Says in its log what it was asked for, keys and values included.
+// Bookmarks in memory, which keep the contract as the device's store does. Says in its log what it was asked for, keys and
+// values included.
 #pragma once
 
 #include <set>
@@ -32,7 +33,15 @@ public:
 
 private:
     std::shared_ptr<BookmarkDataInfo> add(const NSString &name, const NSString &url, const NSString &parent, bool isFolder);
-    bool edit(const char *word, const std::shared_ptr<BookmarkDataInfo> &record);
+    [[nodiscard]] std::shared_ptr<BookmarkDataInfo> find(const NSString &key) const;
+    // The empty text is the top level.
+    [[nodiscard]] bool isPlace(const NSString &parent) const;
+    [[nodiscard]] bool isBelow(NSString key, const NSString &folder) const;
+    bool edit(const char *word, const std::shared_ptr<BookmarkDataInfo> &record, bool isFolder);
+    void move(const NSString &key, const NSString &folder);
+    bool remove(const NSString &key, std::set<NSString> &gone);
+
+    int lastKey_ = 0;
 };
 
 // A device with these bookmarks alone.

@@ -215,7 +215,8 @@ void HNMBookMarkViewManager::onExportButton(const id &) {
     if (!dialogs::isWritableTarget(folder))
         return;
     RVProductConfig::setValue_forKey(folder, kFolderKey);
-    model->exportSelectedBookMark_exportCount(path, model->allLeafNodeCount());
+    // While a search is on, the outline counts the hits alone; the file holds the whole tree all the same.
+    model->exportSelectedBookMark_exportCount(path, std::max(model->allLeafNodeCount(), model->countOfWholeTree()));
     if (openExportResultWindow_success(NSFileManager::fileExistsAtPath(path)) == 1)
         NSWorkspace::sharedWorkspace().openFile(folder);
 }

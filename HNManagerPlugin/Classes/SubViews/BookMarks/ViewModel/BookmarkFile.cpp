@@ -70,11 +70,12 @@ public:
             ::close(descriptor_);
     }
     [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
-    // Behind what stands there. Cutting at that place changes nothing; it is told to file systems that keep room ahead.
-    bool goToEnd() const {
+    // The place behind what stands there, or -1. Cutting there changes nothing; it is told to file systems that keep room ahead.
+    off_t goToEnd() const {
         const off_t end = ::lseek(descriptor_, 0, SEEK_END);
-        return end >= 0 && ::ftruncate(descriptor_, end) == 0;
+        return end >= 0 && cutAt(end) ? end : -1;
     }
+    bool cutAt(off_t end) const { return ::ftruncate(descriptor_, end) == 0; }
     bool write(std::string_view rest) const {
         while (!rest.empty()) {
             const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
@@ -94,8 +95,19 @@ private:
 }   // namespace
 
 bool appendToFile(const NSString &path, std::string_view text) {
+    if (path.isEmpty())
+        return false;
+    const bool isNew = ::access(path.UTF8String(), F_OK) != 0;
     const OpenFile file(path);
-    return !path.isEmpty() && file.isOpen() && file.goToEnd() && file.write(text);
+    const off_t end = file.isOpen() ? file.goToEnd() : -1;
+    if (end < 0)
+        return false;
+    if (file.write(text))
+        return true;
+    file.cutAt(end);
+    if (isNew)
+        ::unlink(path.UTF8String());
+    return false;
 }
 
 // ---------------------------------------------------------------- lines

@@ -13,6 +13,7 @@ using bookmarks::Node;
 
 HN_CLASS_TABLE(HNMBookMarkViewModel, HNMbaseViewModel,
                .key("numberCouldExport", &HNMBookMarkViewModel::numberCouldExport)
+                   .key("isFileWhole", &HNMBookMarkViewModel::isFileWhole)
                    .key("searchArray", &HNMBookMarkViewModel::searchArray)
                    .key("allNodeCount", &HNMBookMarkViewModel::allNodeCount)
                    .key("allLeafNodeCount", &HNMBookMarkViewModel::allLeafNodeCount)
@@ -125,6 +126,7 @@ NSArray HNMBookMarkViewModel::topOfTree() const {
 std::int64_t HNMBookMarkViewModel::allNodeCount() const { return bookmarks::nodesBelow(topOfTree()); }
 std::int64_t HNMBookMarkViewModel::allLeafNodeCount() const { return bookmarks::leavesBelow(topOfTree()); }
 std::int64_t HNMBookMarkViewModel::countNodeLeaf(const Node &node) const { return bookmarks::leavesBelow(node->children()->snapshot()); }
+std::int64_t HNMBookMarkViewModel::countOfWholeTree() const { return bookmarks::leavesBelow(contents->snapshot()); }
 std::int64_t HNMBookMarkViewModel::calculateBookmarkInFolder(const Node &folder) const { return countNodeLeaf(folder); }
 
 bool HNMBookMarkViewModel::isSelectedObj_ContainedOn(const Node &object, const NSArray &list) {
@@ -369,7 +371,8 @@ void HNMBookMarkViewModel::exportSelectedBookMark_exportCount(const NSString &pa
     std::string html = bookmarks::kFileHead;
     changeBookMarkObjectToHTML_html(contents->snapshot(), html);
     html += bookmarks::kFileTail;
-    if (!bookmarks::appendToFile(path, html))
+    isFileWhole = bookmarks::appendToFile(path, html);
+    if (!isFileWhole)
         SetAsideFile::failed(path);
 }
 

@@ -21,6 +21,7 @@ public:
 
     std::shared_ptr<CBookmarkManagerImpl> bookMarkImpl;
     std::int64_t numberCouldExport = 0;   // bookmarks that the writer may still write
+    bool isFileWhole = false;             // the last export wrote all of its file
     bool containSign = false;             // what isSelectedObj_ContainedOn found, until the caller clears it
     std::shared_ptr<NSMutableArray> searchArray;   // hits and their folders; null before the first load
 
@@ -41,6 +42,8 @@ public:
     [[nodiscard]] std::int64_t allNodeCount() const;
     [[nodiscard]] std::int64_t allLeafNodeCount() const;
     [[nodiscard]] std::int64_t countNodeLeaf(const Node &node) const;
+    // Bookmarks in `contents`, whatever is on show.
+    [[nodiscard]] std::int64_t countOfWholeTree() const;
     // Bookmarks in the selection, those in selected folders of any depth included, none twice.
     [[nodiscard]] std::int64_t calculateSelectedBookmarks();
     [[nodiscard]] std::int64_t calculateBookmarkInFolder(const Node &folder) const;

@@ -6,6 +6,7 @@
 
 #include "HNManagerPlugin/Classes/SubItemViewController/HNMbaseViewController.h"
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewManager/HNMBookMarkViewManager.h"
+#include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "tests/support/AnswerScript.h"
 #include "tests/support/FakeDevice.h"
 #include "tests/support/PluginWorld.h"
@@ -275,7 +276,7 @@ TEST_F(BookmarkCategory, movesTheSelectionToTheFolderOfTheMenu) {
     answers.at("BMView_MoveSuccess").press("FileManager_OK");
     perform("moveBookMarksToFolder:", Value(target));
     EXPECT_EQ(device_->log.take(), "move 2 7 to 3\nread");
-    EXPECT_EQ(tree(), "(F (G (a b E top) c)) selection");
+    EXPECT_EQ(tree(), "(F (G (b E a top) c)) selection");
 }
 
 TEST_F(BookmarkCategory, closingTheWindowStopsAMoveAndSuccessIsToldAllTheSame) {
@@ -387,11 +388,92 @@ TEST_F(BookmarkExport, writesTheWholeTreeWhateverIsSelected) {
                               "\n<DT><A HREF=\"javascript:alert(1)\">top</A>\n</HTML>");
 }
 
+TEST_F(BookmarkExport, writesTheWholeTreeWhileASearchIsOn) {
+    openWithTree();
+    const auto box = manager_->searchField.lock();
+    box->setStringValue("b.example");
+    box->sendAction();
+    ASSERT_EQ(tree(), "(F (G (b))) selection 0");
+    const std::string html = exported();
+    for (const char *link : {">a</A>", ">b</A>", ">c</A>", ">top</A>\n</HTML>"})
+        EXPECT_NE(html.find(link), std::string::npos) << link;
+}
+
+TEST_F(BookmarkExport, theFolderOpensOnRequestAndIsWhereTheNextPanelStarts) {
+    AnswerScript answers(&log_);
+    openWithTree();
+    logWorkspaceTo(log_);
+    answers.savePanel().choose({path_}, true);
+    answers.at("BMView_ExportSuccess").press("FileManager_OpenFolder");
+    perform("onExportButton:");
+    EXPECT_NE(log_.take().find("opens " + folder_), std::string::npos);
+    EXPECT_EQ(RVProductConfig::valueForKey("BookMarkExportPathKey"), NSString(folder_));
+}
+
 TEST_F(BookmarkExport, theModelAddsASecondDocumentBehindTheFirst) {
     open();
     model_->exportSelectedBookMark_exportCount(path_, 0);
     model_->exportSelectedBookMark_exportCount(path_, 0);
+    EXPECT_TRUE(model_->isFileWhole);
+    model_->exportSelectedBookMark_exportCount("/dev/full", 0);
+    EXPECT_FALSE(model_->isFileWhole);
     EXPECT_EQ(std::filesystem::file_size(path_.str()), 2 * (std::string(kHead).size() + 8));
+}
+
+// ---------------------------------------------------------------- hostile devices
+
+TEST_F(BookmarkExport, tenThousandLevelsAreOpenedSearchedAndWritten) {
+    constexpr std::int64_t kLevels = 10'000;
+    for (std::int64_t i = 0; i < kLevels; ++i)
+        device_->folder("level", i == 0 ? NSString() : NSString(std::to_string(i)));
+    device_->bookmark("leaf", "http://leaf", NSString(std::to_string(kLevels)));
+    open();
+    outline_->expandItem(nullptr, true);
+    ASSERT_EQ(outline_->numberOfRows(), kLevels + 1);
+    manager_->rightMouseDownAtRow(kLevels);
+    std::int64_t depth = 0;
+    for (auto menu = std::dynamic_pointer_cast<RVBaseOutlineView>(outline_)->rightMouseMenu()->itemAtIndex(1)->submenu(); menu;
+         menu = menu->itemAtIndex(0)->submenu())
+        ++depth;
+    EXPECT_EQ(depth, kLevels);
+    EXPECT_EQ(model_->calculateSelectedBookmarks(), 1);
+    model_->outlineTreeController->setSelectionIndexPath({0});
+    EXPECT_EQ(model_->keysToDelete(outline_->selectedRowIndexes(), 1).size(), static_cast<std::size_t>(kLevels) + 1);
+    const auto box = manager_->searchField.lock();
+    box->setStringValue("LEAF");
+    box->sendAction();
+    EXPECT_EQ(outline_->numberOfRows(), kLevels + 1);
+    const std::string html = exported();
+    EXPECT_TRUE(html.ends_with("\n<DT><A HREF=\"http://leaf\">leaf</A>" + [] {
+        std::string ends;
+        for (std::int64_t i = 0; i < kLevels; ++i)
+            ends += "\n</DL><p>";
+        return ends;
+    }() + "\n</HTML>"));
+    perform("outlineRowAction:");
+    perform("onRefreshButton:");
+}
+
+TEST_F(BookmarkExport, ringsOrphansDoubleKeysAndOddTextsDoNotDisturb) {
+    device_->folder("F");                                     // 1
+    device_->folder("self", "2");                             // 2
+    device_->folder("ring a", "4");                           // 3
+    device_->folder("ring b", "3");                           // 4
+    device_->bookmark("orphan", "u", "99");                   // 5
+    device_->bookmark("\"</A><b>\n%s\xEF\xBF\xBD", "'\"\n", "1");   // 6
+    device_->bookmark("twin", "u", "1")->pKey = "6";
+    device_->bookmark(nullptr, nullptr, "1")->pKey = nullptr;
+    open();
+    outline_->expandItem(nullptr, true);
+    EXPECT_EQ(outline_->numberOfRows(), 4);
+    EXPECT_EQ(model_->allLeafNodeCount(), 3);
+    for (const char *text : {"ring", "orphan", "self"})
+        EXPECT_FALSE(model_->searchFileByString(text)) << text;
+    EXPECT_TRUE(model_->searchFileByString("TWIN"));
+    EXPECT_TRUE(model_->searchFileByString("</a>"));
+    EXPECT_TRUE(model_->searchFileByString(""));
+    EXPECT_EQ(exported(), std::string(kHead) + "\n<DT><H3 FOLDED>F</H3>\n<DL><p>\n<DT><A HREF=\"'\"\n\">\"</A><b>\n%s\xEF\xBF\xBD</A>"
+                                               "\n<DT><A HREF=\"u\">twin</A>\n<DT><A HREF=\"\"></A>\n</DL><p>\n</HTML>");
 }
 
 // ---------------------------------------------------------------- life

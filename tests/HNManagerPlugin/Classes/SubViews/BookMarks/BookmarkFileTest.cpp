@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -59,6 +61,26 @@ TEST(BookmarkFile, aSecondDocumentStandsBehindTheFirst) {
     std::filesystem::remove(path);
     EXPECT_FALSE(appendToFile("/dev/full", "x"));
     EXPECT_FALSE(appendToFile(testing::TempDir() + "no-such-folder/x", "x"));
+}
+
+TEST(BookmarkFile, aFullDiskLeavesNoHalfDocument) {
+    const std::string path = testing::TempDir() + "bookmarks-full.html";
+    std::filesystem::remove(path);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto old = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{10, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool isNewWritten = appendToFile(path, "a document of 24 letters"), isNewThere = std::filesystem::exists(path);
+    std::ofstream(path) << "old";
+    const bool isOldWritten = appendToFile(path, "a document of 24 letters");
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, old);
+    EXPECT_FALSE(isNewWritten);
+    EXPECT_FALSE(isNewThere);
+    EXPECT_FALSE(isOldWritten);
+    EXPECT_EQ(std::filesystem::file_size(path), 3u);
+    std::filesystem::remove(path);
 }
 
 struct LineRow {
