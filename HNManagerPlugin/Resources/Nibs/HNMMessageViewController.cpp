@@ -14,7 +14,7 @@ namespace {
 using namespace nibParts;
 using MessageManager = HNMMessageViewManager;
 
-constexpr double kThreads = 380, kConversation = kWidth - kThreads, kHead = 53, kPicture = 40;
+constexpr double kThreads = 400, kConversation = kWidth - kThreads, kHead = 53, kPicture = 40;
 
 std::shared_ptr<NSColor> shade(double white) { return NSColor::colorWithCalibratedWhite_alpha(white, 1.0); }
 
@@ -24,6 +24,7 @@ std::shared_ptr<NSView> filterStrip(Nib &nib, const std::shared_ptr<MessageManag
     const auto strip = nib.make<NSStackView>(NSRect(0, 0, 330, 28));
     strip->setIdentifier("PhoneFilter");
     strip->setSpacing(8);
+    strip->setAlignment(NSStackAlignment::center);
     const auto name = label("PhoneLabel");
     const auto combo = nib.make<NSComboBox>(NSRect(0, 0, 190, 28));
     combo->setIdentifier("PhoneCombo");
@@ -61,13 +62,14 @@ public:
         const auto name = label("ThreadName", 14);
         time_ = label("ThreadTime", 11);
         last_ = label("ThreadLast", 12);
-        constexpr double kLeft = 8 + kPicture + 10, kTime = 126, kRight = 8;
+        constexpr double kLeft = 8 + kPicture + 10, kTime = 122, kRight = 14;
         const double right = frame.size.width - kRight;
         name->setFrame({kLeft, 12, right - kTime - kLeft - 6, 20});
         name->setAutoresizingMask(NSViewWidthSizable);
         time_->setFrame({right - kTime, 14, kTime, 16});
         time_->setAutoresizingMask(NSViewMinXMargin);
-        time_->setAlignment(isRightToLeftLanguage() ? NSTextAlignment::left : NSTextAlignment::right);
+        const bool isTurned = userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
+        time_->setAlignment(isTurned ? NSTextAlignment::left : NSTextAlignment::right);
         time_->setTextColor(shade(0.5));
         last_->setFrame({kLeft, 34, right - kLeft, 18});
         last_->setAutoresizingMask(NSViewWidthSizable);
@@ -153,7 +155,7 @@ std::shared_ptr<NSView> exportButton(Nib &nib, const std::shared_ptr<MessageMana
     menuEntry(button->menu(), manager, "exportMessage:", manager->menuCSVstr);
     menuEntry(button->menu(), manager, "exportMessage2HTML:", manager->menuHtmlstr);
     manager->exportTitle.observe([weak = std::weak_ptr(button)](const NSString &) {
-        tell(weak, [](NSPopUpButton &shown) { shown.setNeedsDisplay(true); });
+        tell(weak, [](NSPopUpButton &shown) { shown.invalidateIntrinsicContentSize(); });
     });
     enabledBy(manager->hasSelectedRow, button);
     return button;
@@ -164,6 +166,7 @@ std::shared_ptr<NSView> foot(Nib &nib, const std::shared_ptr<MessageManager> &ma
     bar->setIdentifier("BottomBar");
     bar->setSpacing(8);
     bar->setEdgeInsets({4, 16, 4, 16});
+    bar->setAlignment(NSStackAlignment::center);
     const auto status = label("StatusLine");
     status->setContentHuggingPriority(200);
     bar->addArrangedSubview(status);

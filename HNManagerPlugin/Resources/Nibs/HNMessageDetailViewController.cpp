@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double kWidth = 620, kHeight = 511, kUsualRow = 51;   // a message of one line
+constexpr double kWidth = 600, kHeight = 511, kUsualRow = 51;   // a message of one line
 
 using Content = MessageCellView::Content;
 struct RowForm {

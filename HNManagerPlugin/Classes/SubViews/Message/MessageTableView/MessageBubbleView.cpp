@@ -4,7 +4,7 @@ HN_CLASS_TABLE(MessageBubbleView, NSView, .key("isSent", &MessageBubbleView::isS
 
 namespace {
 
-constexpr double kRadius = 14.0;
+constexpr double kRadius = 14.0, kWritersRadius = 4.0;   // of the corners; of the lower one on the writer's side
 
 std::shared_ptr<NSColor> colorOf(bool isSent) {
     static const auto sent = NSColor::colorWithSRGBRed_green_blue_alpha(10 / 255.0, 132 / 255.0, 204 / 255.0, 1.0);
@@ -20,10 +20,9 @@ void MessageBubbleView::setSent(bool sent) {
 }
 
 void MessageBubbleView::drawRect(const NSRect &, Canvas &canvas) {
-    const bool isTailRight = isSent_ == (userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::leftToRight);
+    const bool isCornerRight = isSent_ == (userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::leftToRight);
     const NSRect all = bounds();
     const auto color = colorOf(isSent_);
-    canvas.fillRoundedRect({isTailRight ? 0 : kTail, 0, all.size.width - kTail, all.size.height}, kRadius, color);
-    const double tip = isTailRight ? all.maxX() : 0, root = isTailRight ? all.maxX() - kTail - kRadius : kTail + kRadius;
-    canvas.fillPolygon({{tip, all.maxY()}, {root, all.maxY()}, {isTailRight ? all.maxX() - kTail : kTail, all.maxY() - kRadius}}, color);
+    canvas.fillRoundedRect(all, kRadius, color);
+    canvas.fillRoundedRect({isCornerRight ? all.maxX() - kRadius : 0, all.maxY() - kRadius, kRadius, kRadius}, kWritersRadius, color);
 }

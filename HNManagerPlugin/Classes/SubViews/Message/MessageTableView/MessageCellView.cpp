@@ -11,7 +11,7 @@ HN_CLASS_TABLE(MessageCellView, NSTableCellView)
 namespace {
 
 constexpr double kFontSize = 13, kSenderSize = 11;
-constexpr double kEdge = 14;   // from the pane's edge to the bubble's tail
+constexpr double kEdge = 16;   // from the pane's edge to the bubble
 constexpr double kPadX = 12, kPadY = 8;   // from the bubble's edge to its content
 constexpr double kTop = 7;   // above the bubble
 constexpr double kSender = 18;   // for the sender's name above the bubble
@@ -110,15 +110,15 @@ void MessageCellView::layoutBubble() {
     const double padX = hasBubble() ? kPadX : 0, padY = hasBubble() ? kPadY : 0;
     const double textWidth = text_.width > 0 ? std::ceil(text_.width) + 1 : 0;   // measured widths may lose a fraction
     const double inside = std::max(textWidth, picture_.width);
-    const double width = inside + 2 * padX + MessageBubbleView::kTail;
+    const double width = inside + 2 * padX;
     const double gap = picture_.height > 0 && text_.height > 0 ? kPictureGap : 0;
     const double height = picture_.height + (hasBubble() ? gap : 0) + std::ceil(text_.height) + 2 * padY;
     const double left = form_.isSent ? bounds().size.width - kEdge - width : kEdge;
     const double top = hasBubble() ? kTop + (form_.hasSender ? kSender : 0) : 3 + (form_.hasSender ? kSender : 0);
-    const double contentLeft = left + padX + (form_.isSent ? 0 : MessageBubbleView::kTail);
+    const double contentLeft = left + padX;
     const double freeWidth = std::max(0.0, bounds().size.width - 2 * kEdge);
 
-    sender_->setFrame({kEdge + MessageBubbleView::kTail + kPadX, top - kSender + 1, std::max(0.0, freeWidth - 2 * kPadX), kSender - 3});
+    sender_->setFrame({kEdge + padX, top - kSender + 1, std::max(0.0, freeWidth - 2 * padX), kSender - 3});
     bubble_->setFrame({left, top, width, height});
     const double pictureLeft = form_.isSent && !hasBubble() ? contentLeft + inside - picture_.width : contentLeft;
     imageView()->setFrame({pictureLeft, top + padY, picture_.width, picture_.height});

@@ -196,8 +196,8 @@ TEST_F(Pane, bubblesStandAtTheSideOfWhoeverWrote) {
         return view->frame();
     };
     const double width = table_->frame().size.width;
-    EXPECT_NEAR(bubble(sent).maxX(), width - 14, 4);
-    EXPECT_EQ(bubble(received).minX(), 14);
+    EXPECT_EQ(bubble(sent).maxX(), width - 16);
+    EXPECT_EQ(bubble(received).minX(), 16);
 }
 
 TEST_F(Pane, aLongThreadMakesViewsForWhatShowsAlone) {
