@@ -1,8 +1,8 @@
 #include "toolkit/NSImage.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "toolkit/services/NSBundle.h"
 
@@ -20,16 +20,42 @@ std::shared_ptr<NSImage> NSImage::named(const NSString &name) {
     return image;
 }
 
+namespace {
+
+// Null where the file cannot be read.
+NSDataRef readFile(const NSString &path, std::size_t atMost = std::string::npos) {
+    std::ifstream file(path.str(), std::ios::binary | std::ios::ate);
+    const auto end = file ? static_cast<std::streamoff>(file.tellg()) : -1;
+    if (end < 0)
+        return nullptr;
+    std::string bytes(std::min(atMost, static_cast<std::size_t>(end)), '\0');
+    file.seekg(0);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return file ? std::make_shared<const NSData>(std::move(bytes)) : nullptr;
+}
+
+// Most headers stand at the very beginning; some have long metadata before the size.
+NSSize sizeOfFile(const NSString &path) {
+    constexpr std::size_t kHeads[] = {64U << 10, 1U << 20, 16U << 20};
+    for (const std::size_t head : kHeads) {
+        const NSDataRef bytes = readFile(path, head);
+        if (!bytes)
+            return {};
+        if (const auto size = pictureSizeFromHeader(bytes->bytes()))
+            return *size;
+        if (bytes->bytes().size() < head)
+            return {};
+    }
+    return {};
+}
+
+}  // namespace
+
 std::shared_ptr<NSImage> NSImage::withContentsOfFile(const NSString &path) {
     std::error_code error;
     if (path.isEmpty() || !std::filesystem::is_regular_file(path.str(), error))
         return nullptr;
-    auto image = withFetch([path]() -> NSDataRef {
-        std::ifstream file(path.str(), std::ios::binary);
-        std::ostringstream bytes;
-        bytes << file.rdbuf();
-        return file ? std::make_shared<const NSData>(std::move(bytes).str()) : nullptr;
-    });
+    auto image = withFetch([path]() -> NSDataRef { return readFile(path); });
     image->path_ = path;
     return image;
 }
@@ -44,7 +70,10 @@ std::shared_ptr<NSImage> NSImage::withFetch(Fetch fetch) {
     return image;
 }
 
+// A file is read again when it is asked for again: thousands of pictures of a conversation shall not stay in memory.
 NSDataRef NSImage::data() const {
+    if (!path_.isEmpty())
+        return fetch_ ? fetch_() : nullptr;
     std::call_once(fetched_, [this] { data_ = fetch_ ? fetch_() : nullptr; });
     return data_;
 }
@@ -53,6 +82,10 @@ NSSize NSImage::size() const {
     std::call_once(sized_, [this] {
         if (crop_) {
             size_ = crop_->size;
+            return;
+        }
+        if (!path_.isEmpty()) {
+            size_ = sizeOfFile(path_);
             return;
         }
         const NSDataRef bytes = data();

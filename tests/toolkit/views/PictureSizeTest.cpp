@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -105,6 +106,20 @@ TEST(Picture, isFetchedOnceAndCutWithoutReading) {
     EXPECT_EQ(NSImage::withContentsOfFile("/nowhere/at/all.png"), nullptr);
     EXPECT_EQ(NSImage::withData(nullptr), nullptr);
     EXPECT_EQ(NSImage::withFetch([] { return NSDataRef(); })->size(), (NSSize{0, 0}));
+}
+
+TEST(Picture, aFileIsMeasuredByItsHeadAndItsBytesAreNotKept) {
+    const std::string path = testing::TempDir() + "measured.jpg";
+    std::ofstream(path, std::ios::binary) << jpeg(6, true) << std::string(200'000, 'x');
+    const auto image = NSImage::withContentsOfFile(path);
+    EXPECT_EQ(image->size(), (NSSize{480, 640}));
+    const std::weak_ptr<const NSData> bytes = image->data();
+    EXPECT_TRUE(bytes.expired());
+    EXPECT_GT(image->data()->length(), 200'000U);
+    const auto part = image->cropped({0, 0, 10, 20});
+    std::filesystem::remove(path);
+    EXPECT_EQ(part->size(), (NSSize{10, 20}));
+    EXPECT_EQ(part->data(), nullptr);
 }
 
 }  // namespace
