@@ -14,7 +14,7 @@ namespace {
 
 std::string textOf(const NSString &text) { return text ? text.str() : "-"; }
 
-class Threads : public testing::Test {
+class ThreadBuilding : public testing::Test {
 protected:
     std::shared_ptr<HNMessageEntity> build(const std::shared_ptr<MessageBackupChat> &chat) {
         return ThreadBuilder(book_->stored).threadOf(*chat);
@@ -41,14 +41,14 @@ protected:
     std::shared_ptr<FakeAddressBook> book_ = make<FakeAddressBook>();
 };
 
-TEST_F(Threads, anHourBetweenTwoMessagesMakesATimeRow) {
+TEST_F(ThreadBuilding, anHourBetweenTwoMessagesMakesATimeRow) {
     const auto chat = chatOf(1, {"7"}, {{"a", 0}, {"b", 3600}, {"c", 7199}, {"d", 10}, {"e", 3610}});
     chat->date[3] = chat->date[2] + 3599900ms;
     chat->date[4] = chat->date[3] - 2h;   // clocks go back too
     EXPECT_EQ(rows(*build(chat)), "time 2024-01-01 00:00:00|text a|time 2024-01-01 01:00:00|text b|text c|text d|text e");
 }
 
-TEST_F(Threads, aFailedMessageIsFollowedByACaptionWithoutDateAndSender) {
+TEST_F(ThreadBuilding, aFailedMessageIsFollowedByACaptionWithoutDateAndSender) {
     const auto thread = build(chatOf(1, {"7"}, {{.content = "x", .isSend = true, .isFailed = true}}));
     EXPECT_EQ(rows(*thread), "time 2024-01-01 00:00:00|text x|failed MessageView_NotDeliver");
     EXPECT_TRUE(row(*thread, 0).isSend);
@@ -59,7 +59,7 @@ TEST_F(Threads, aFailedMessageIsFollowedByACaptionWithoutDateAndSender) {
     EXPECT_EQ(thread->contents, "x");   // the caption is no message
 }
 
-TEST_F(Threads, aCaptionReplacesTheTextOfAnyRowWithATypeWord) {
+TEST_F(ThreadBuilding, aCaptionReplacesTheTextOfAnyRowWithATypeWord) {
     const auto thread = build(chatOf(1, {"7"},
                                      {{.content = " /b/photo.png\n", .isAttachment = true, .type = "image/png", .fileName = "p.png"},
                                       {.content = "no attachment", .type = ""},
@@ -75,7 +75,7 @@ TEST_F(Threads, aCaptionReplacesTheTextOfAnyRowWithATypeWord) {
     EXPECT_EQ(thread->contents, "MessageView_1File");
 }
 
-TEST_F(Threads, theSummaryIsTheTrimmedTextOfTheLastMessage) {
+TEST_F(ThreadBuilding, theSummaryIsTheTrimmedTextOfTheLastMessage) {
     EXPECT_EQ(build(chatOf(1, {"7"}, {{"a"}, {" \n two\nlines \t"}}))->contents, "two\nlines");
     EXPECT_EQ(textOf(build(chatOf(1, {"7"}, {{"a"}, {NSString()}}))->contents), "");
     const auto empty = build(chatOf(5, {"7"}, {}));
@@ -91,7 +91,7 @@ struct TitleRow {
     NSString groupTitle;
     const char *title, *picture;
 };
-class ThreadTitle : public Threads, public testing::WithParamInterface<TitleRow> {};
+class ThreadTitle : public ThreadBuilding, public testing::WithParamInterface<TitleRow> {};
 
 TEST_P(ThreadTitle, namesTheParticipants) {
     book_->add("Ann", {"+49 30-1", "55-12\u00A034"});
@@ -117,13 +117,13 @@ INSTANTIATE_TEST_SUITE_P(
                     TitleRow{"nobody", {}, "Team", "", "none"}),
     [](const auto &row) { return std::string(row.param.name); });
 
-TEST_F(Threads, aKnownPersonOfASingleChatShowsTheirPicture) {
+TEST_F(ThreadBuilding, aKnownPersonOfASingleChatShowsTheirPicture) {
     book_->add("Ann", {"7"});
     book_->stored[0]->setImage_data(NSImage::named("icon_pdf"));
     EXPECT_EQ(picture(*build(chatOf(1, {"7"}, {{"x"}}))), "icon_pdf");
 }
 
-TEST_F(Threads, sendersAreNamedByTheAddressBook) {
+TEST_F(ThreadBuilding, sendersAreNamedByTheAddressBook) {
     book_->add("Ann", {"7"});
     const auto thread = build(chatOf(1, {"7"}, {{.content = "x", .personSend = "7"}, {.content = "y", .personSend = "07"}, {"z"}}));
     EXPECT_EQ(row(*thread, 1).personName, "Ann");
@@ -132,7 +132,7 @@ TEST_F(Threads, sendersAreNamedByTheAddressBook) {
     EXPECT_EQ(textOf(row(*thread, 3).personName), "");
 }
 
-TEST_F(Threads, fewerCallerNumbersThanMessagesLeaveTheLastOnesWithout) {
+TEST_F(ThreadBuilding, fewerCallerNumbersThanMessagesLeaveTheLastOnesWithout) {
     const auto thread = build(chatOf(1, {"7"}, {{.content = "x", .callerID = "+1"}, {"y"}}));
     EXPECT_EQ(row(*thread, 1).callerID, "+1");
     EXPECT_TRUE(row(*thread, 2).callerID.isNil());
@@ -150,7 +150,7 @@ const ZpContactDataInfo *byWalking(const ContactList &contacts, const NSString &
     return nullptr;
 }
 
-TEST_F(Threads, theIndexAnswersAsAWalkOverAllContactsDoes) {
+TEST_F(ThreadBuilding, theIndexAnswersAsAWalkOverAllContactsDoes) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
