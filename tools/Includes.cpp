@@ -56,7 +56,9 @@ std::string categoryOf(std::string_view path) {
 
 bool isSideways(const std::string &file, const std::string &path) {
     const std::string from = categoryOf(file), to = categoryOf(path);
-    return !from.empty() && !to.empty() && from != to && to != "host/services";
+    // A program's folder may see what both programs need; of the import its front door alone.
+    const bool isShared = to == "host/services" || path == "host/import/Handover.h";
+    return !from.empty() && !to.empty() && from != to && !isShared;
 }
 
 const std::set<std::string_view> &systemHeaders() {

@@ -8,6 +8,7 @@
 #include "host/cli/Commands.h"
 #include "host/cli/ContactCategory.h"
 #include "host/cli/ContactRecord.h"
+#include "host/cli/ForeignFile.h"
 #include "host/cli/ImportFile.h"
 #include "toolkit/lists/NSArrayController.h"
 #include "toolkit/views/SetAsideFile.h"
@@ -100,8 +101,7 @@ Status groups(Context &context) {
 
 // ---------------------------------------------------------------- read, import
 
-Status tellFatal(Context &context, const ImportFile &file) {
-    const FatalParseFailure &fatal = *context.fatal();
+Status tellFatal(Context &context, const ImportFile &file, const FatalParseFailure &fatal) {
     const std::string place = fatal.line() ? ":" + std::to_string(*fatal.line()) : "";
     context.console().message(file.path().string() + place + ": " + fatal.reason().str());
     if (context.options().json) {
@@ -130,7 +130,7 @@ Status read(Context &context, const std::string &path) {
     const char *reader = file.kind() == ImportKind::table ? "contactsOfCSVFile:" : "loadImportContactsVCFDataFromPath:";
     context.run([&] { contacts = contactsOf(triple.viewModel->perform(reader, {handed})); });
     if (context.fatal())
-        return tellFatal(context, file);
+        return tellFatal(context, file, *context.fatal());
     if (contacts.empty() && !tellsWhyNothing(context, file, triple.viewModel, handed))
         context.console().message(file.path().string() + ": holds no contacts");
     if (context.options().json) {
@@ -164,16 +164,13 @@ Status tellCounts(Context &context, const char *failedVerb) {
     return counts.failed > 0 || counts.undone() > 0 ? kFailed : kDone;
 }
 
-Status importFile(Context &context, const std::string &path) {
-    const ImportFile file(path);
-    ContactCategory category(context);
-    if (category.tellsOfCloud(context.console()))
-        return kFailed;
-    const NSString handed(file.handedOver(context.services().scratch()).string());
+Status importHandedOver(Context &context, ContactCategory &category, const ImportFile &file, const std::filesystem::path &path) {
+    const NSString handed(path.string());
+    const ContactList before = category.rows();
     context.presenter().openWith({handed});
     context.run([&] { category.triple().viewManager->perform("onImportButton:", {Value()}); });
     if (context.fatal())
-        return tellFatal(context, file);
+        return tellFatal(context, file, *context.fatal());
     if (const auto refusal = context.gateRefusal())
         return statusOf(*refusal);
     // The next panel opens where the person's file lies, not where it was handed over.
@@ -182,7 +179,29 @@ Status importFile(Context &context, const std::string &path) {
     if (!isExplained && !tellsWhyNothing(context, file, category.triple().viewModel, handed))
         context.console().message(file.path().string() + ": holds nothing to import");
     const Status status = tellCounts(context, "imported");
+    tellRepeats(context, category, before);
     return context.counts().asked == 0 ? (isInterrupted() ? kCancelled : kFailed) : status;
+}
+
+// A rewritten file without a contact is not handed over: there is no such card file.
+Status tellNothing(Context &context, const ImportFile &file) {
+    context.console().message(file.path().string() + ": holds nothing to import");
+    return tellCounts(context, "imported") == kDone ? kFailed : kCancelled;
+}
+
+Status importFile(Context &context, const std::string &path, bool asIs) {
+    const ImportFile file(path);
+    ContactCategory category(context);
+    if (category.tellsOfCloud(context.console()))
+        return kFailed;
+    try {
+        const auto rewritten = asIs ? nullptr : rewrittenFile(context, file);
+        if (rewritten && rewritten->contacts() == 0)
+            return tellNothing(context, file);
+        return importHandedOver(context, category, file, rewritten ? rewritten->path() : file.handedOver(context.services().scratch()));
+    } catch (const FatalParseFailure &fatal) {
+        return tellFatal(context, file, fatal);
+    }
 }
 
 // ---------------------------------------------------------------- export, delete, duplicates, merge
@@ -431,8 +450,8 @@ const bool registered = registerCommands({30, [](CLI::App &root, const Chosen &c
     const auto asIs = std::make_shared<bool>(false);
     CLI::App *importing = contacts->add_subcommand("import", "Import a file of contacts into the device");
     importing->add_option("FILE", *file, "A file of contacts: .vcf, .vcard or .csv")->required();
-    importing->add_flag("--as-is", *asIs, "Hand the file over untouched (so far every file is)");
-    importing->callback([chosen, file, asIs] { chosen([file](Context &context) { return importFile(context, *file); }); });
+    importing->add_flag("--as-is", *asIs, "Hand the file over untouched, whatever program it is from");
+    importing->callback([chosen, file, asIs] { chosen([file, asIs](Context &context) { return importFile(context, *file, *asIs); }); });
 
     const auto selection = std::make_shared<Selection>();
     CLI::App *exporting = contacts->add_subcommand("export", "Write contacts to a file, by its extension vcf or csv");

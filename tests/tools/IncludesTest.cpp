@@ -41,6 +41,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"nibOnCategory", "HNManagerPlugin/Resources/Nibs/N.cpp", kContacts, ""},
         Row{"windowOnCommandLine", "host/window/W.cpp", "host/cli/C.h", "sideways"},
         Row{"windowOnServices", "host/window/W.cpp", "host/services/S.h", ""},
+        Row{"cliOnTheImportsFrontDoor", "host/cli/C.cpp", "host/import/Handover.h", ""},
+        Row{"cliBehindTheImportsFrontDoor", "host/cli/C.cpp", "host/import/CardReader.h", "sideways"},
         Row{"servicesOnWindow", "host/services/S.cpp", "host/window/W.h", "sideways"},
         Row{"testsOnAnything", "tests/host/T.cpp", "HNManagerPlugin/GA/G.h", ""},
         Row{"productOnTests", "toolkit/B.h", "tests/support/E.h", "no floor"},

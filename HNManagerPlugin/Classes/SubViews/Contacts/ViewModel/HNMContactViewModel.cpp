@@ -1,5 +1,6 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/HNMContactViewModel.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRepeatCheck.h"
@@ -19,6 +20,21 @@ Value::List listOf(const ContactList &contacts) { return Value::List(contacts.be
 Value unreadableReasonOf(const NSString &path) {
     const auto why = VCardFileReader::whyNothing(path);
     return why ? Value(Value::List{why->line ? Value(*why->line) : Value(), Value(why->reason)}) : Value();
+}
+
+ContactList contactsIn(const std::vector<Value> &arguments, std::size_t index) {
+    ContactList contacts;
+    if (index < arguments.size())
+        for (const Value &item : arguments[index].list())
+            if (auto contact = std::dynamic_pointer_cast<ZpContactDataInfo>(item.object()))
+                contacts.push_back(std::move(contact));
+    return contacts;
+}
+
+// For hosts that want to say what an import brought twice. The two lists share no contact.
+Value countOfRepeats(const ContactList &records, const ContactList &existing) {
+    ContactRepeatCheck check(existing);
+    return Value(std::ranges::count_if(records, [&](const auto &record) { return check.isContactRepeat(*record) != nullptr; }));
 }
 
 NSString firstText(const std::vector<Value> &arguments) { return arguments.empty() ? NSString() : arguments[0].text(); }
@@ -47,6 +63,10 @@ HN_CLASS_TABLE(HNMContactViewModel, HNMbaseViewModel,
                    .selector("unreadableReasonOfFile:",
                              [](NSObject &, const std::vector<Value> &arguments) {
                                  return unreadableReasonOf(firstText(arguments));
+                             })
+                   .selector("countOfRepeats:amongContacts:",
+                             [](NSObject &, const std::vector<Value> &arguments) {
+                                 return countOfRepeats(contactsIn(arguments, 0), contactsIn(arguments, 1));
                              })
                    .selector("moveSpecialCharactersToBack", &HNMContactViewModel::moveSpecialCharactersToBack)
                    .selector("showSelectRowContactDetailInfo:", &HNMContactViewModel::showSelectRowContactDetailInfo)
