@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIBreadcrumbWindowController.h"
@@ -69,6 +70,11 @@ bool isOnlyTold(const NSWindow &window) {
     return std::dynamic_pointer_cast<RUIBreadcrumbWindowController>(window.windowController()) != nullptr;
 }
 
+std::shared_ptr<NSTextField> passwordFieldOf(const NSWindow &window) {
+    const auto content = window.contentView();
+    return content ? std::dynamic_pointer_cast<NSTextField>(content->viewWithIdentifier("passwordTextField")) : nullptr;
+}
+
 std::shared_ptr<RUIProgressWindowController> progressOf(const NSWindow &window) {
     return std::dynamic_pointer_cast<RUIProgressWindowController>(window.windowController());
 }
@@ -93,6 +99,8 @@ bool CliPresenter::act() {
         return answerPanel(*panel);
     if (const auto progress = progressOf(*window))
         return answerProgress(*progress);
+    if (const auto field = passwordFieldOf(*window))
+        return answerPassword(*window, *field);
     if (filledIn_.lock() == window)
         return answerFilledIn(*window);
     return answerInput(*window) || answerDialog(*window);
@@ -196,6 +204,30 @@ bool CliPresenter::answerInput(NSWindow &window) {
         return false;
     inputs_.clear();
     filledIn_ = std::static_pointer_cast<NSWindow>(window.shared_from_this());
+    return true;
+}
+
+bool CliPresenter::answerPassword(NSWindow &window, NSTextField &field) {
+    const auto close = [&](const char *reason) {
+        passwordRefused_ = true;
+        console_.message(reason);
+        window.performClose();
+        return true;
+    };
+    if (passwordGiven_.lock().get() == &window) {
+        const auto wrong = window.contentView()->viewWithIdentifier("wrongMessageLabel");
+        return wrong && !wrong->isHidden() ? close("the password of the device's backups is wrong") : false;
+    }
+    const char *variable = std::getenv("HNMANAGER_BACKUP_PASSWORD");
+    const auto password = console_.canAsk()       ? console_.askSecret("Password of the device's backups: ")
+                          : variable && *variable ? std::optional<std::string>(variable)
+                                                  : std::nullopt;
+    const auto okay = std::dynamic_pointer_cast<NSButton>(window.contentView()->viewWithIdentifier("okButton"));
+    if (!password || password->empty() || !okay)
+        return close("the device's backups have a password: it is asked for on a terminal, else taken from HNMANAGER_BACKUP_PASSWORD");
+    passwordGiven_ = std::static_pointer_cast<NSWindow>(window.shared_from_this());
+    field.typeText(NSString(*password));
+    okay->performClick();
     return true;
 }
 

@@ -2,6 +2,8 @@
 //
 // Panels         an open panel takes the next of `openPaths`, a save panel the path of `saveTo`; without one they are cancelled.
 // Inputs         a window with a field of `fillIn` gets its texts and is saved; cancelled where that stays off.
+// Password       of the device's backups: asked for on the terminal without echo, else HNMANAGER_BACKUP_PASSWORD; without
+//                one, or with a wrong one, the window is closed.
 // Progress       the window's button is pressed once it stands in its end state; the main label is the text of the result.
 // Information    told on standard error and answered with its OK button, never with the one that opens a folder.
 // Confirmations  answered by the text key of the going-on button: with --yes, or where the person says yes; else refused.
@@ -21,6 +23,7 @@
 #include "toolkit/views/Presenter.h"
 
 class NSButton;
+class NSTextField;
 class RUIProgressWindowController;
 
 namespace host::cli {
@@ -48,6 +51,9 @@ public:
     // A question was answered with no, or a choice was not allowed.
     [[nodiscard]] bool refused() const { return refused_; }
 
+    // No password was given, or a wrong one.
+    [[nodiscard]] bool passwordRefused() const { return passwordRefused_; }
+
     // ------------------------------------------------------------ for the loop
     // Answers the front window where it can; true when it did something. Called when the world is settled.
     bool act();
@@ -63,6 +69,7 @@ private:
     bool answerPanel(NSSavePanel &panel);
     bool answerInput(NSWindow &window);
     bool answerFilledIn(NSWindow &window);
+    bool answerPassword(NSWindow &window, NSTextField &field);
     bool answerProgress(RUIProgressWindowController &progress);
     void cancel(const std::shared_ptr<NSWindow> &window, const RUIProgressWindowController &progress);
     bool answerDialog(NSWindow &window);
@@ -77,8 +84,8 @@ private:
     bool replaces_ = false;
     std::map<std::string, NSString> inputs_;
     NSString endText_, lastDialogText_;
-    bool refused_ = false, declines_ = false, isInterrupted_ = false;
-    std::weak_ptr<NSWindow> lastActedOn_, filledIn_;
+    bool refused_ = false, passwordRefused_ = false, declines_ = false, isInterrupted_ = false;
+    std::weak_ptr<NSWindow> lastActedOn_, filledIn_, passwordGiven_;
     int timesActed_ = 0;
 };
 

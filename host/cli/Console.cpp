@@ -1,6 +1,7 @@
 #include "host/cli/Console.h"
 
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -90,6 +91,19 @@ std::optional<std::string> Console::ask(const std::string &question) {
         answer += c;
     }
     return std::nullopt;
+}
+
+std::optional<std::string> Console::askSecret(const std::string &question) {
+    termios before{};
+    if (tcgetattr(STDIN_FILENO, &before) != 0)
+        return std::nullopt;
+    termios quiet = before;
+    quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+    auto answer = ask(question);
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);
+    std::cerr << '\n';
+    return answer;
 }
 
 void Console::progress(const std::string &text) {

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] bool showsProgress() const { return showsProgress_; }
     // Asks and reads one line. Absent at the end of input or where a signal came.
     [[nodiscard]] std::optional<std::string> ask(const std::string &question);
+    // The same; what is typed does not show.
+    [[nodiscard]] std::optional<std::string> askSecret(const std::string &question);
     // Draws over the line at the bottom of the terminal; the next message begins on a line of its own.
     void progress(const std::string &text);
     void clearProgress();

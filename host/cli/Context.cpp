@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/RKBackupAndRestoreTask.h"
 #include "host/cli/Ending.h"
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/dispatch/MainLoop.h"
@@ -86,8 +87,10 @@ void Context::tellFailure(const char *what, const std::exception_ptr &failure) {
 }
 
 void Context::interrupt() {
-    if (presenter_->interrupt() || isInFlow_)
+    if (presenter_->interrupt())
         return;
+    if (isInFlow_)
+        return RKBackupAndRestoreTask::sharedInstance()->stopBackup();   // nothing where none runs
     // Nothing is being changed and no window could be cancelled: there is nothing to wait for.
     if (services_)
         services_->removeScratch();

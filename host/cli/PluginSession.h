@@ -15,6 +15,7 @@ struct CategoryPlace {
     const char *nibName;
 };
 inline constexpr CategoryPlace kContactsPlace{5, "HNMContactViewController"};
+inline constexpr CategoryPlace kMessagesPlace{6, "HNMMessageViewController"};
 inline constexpr CategoryPlace kBookmarksPlace{9, "HNMBookMarkViewController"};
 
 // The outlets of a category that is on show; none is null.

@@ -8,6 +8,7 @@
 #include "device/backup/BackupTask.h"
 #include "host/services/EmbeddedDevice.h"
 #include "host/services/LogFile.h"
+#include "host/services/PictureFiles.h"
 #include "host/services/SettingsFile.h"
 #include "host/services/WorkspaceOpener.h"
 #include "toolkit/services/NSBundle.h"
@@ -66,6 +67,7 @@ Services::Services(Warn warn, HostGates::Refused refused)
     NSWorkspace::sharedWorkspace().install(std::make_shared<WorkspaceOpener>());
     installDeviceLayer(layer_);
     installBackups(layer_);
+    installPictureConverter(warn);
     RStrategyActionEventRouter::shareInstance().install(std::make_shared<HostGates>(layer_, std::move(refused)));
 }
 
@@ -73,6 +75,7 @@ Services::~Services() {
     watch_.reset();
     RStrategyActionEventRouter::shareInstance().install(nullptr);
     removeBackups();
+    installPictureConverter({});
     installDeviceLayer(nullptr);
     NSWorkspace::sharedWorkspace().install(nullptr);
     NSUserDefaults::standardUserDefaults().install(nullptr);

@@ -4,12 +4,13 @@ _hnmanager() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local options='--device --json --yes --replace --conflict --help --version'
     local -A commands=([device]='info sample create' [contacts]='list show groups read import export delete duplicates merge add edit'
-        [bookmarks]='list add folder edit rename move delete export')
+        [bookmarks]='list add folder edit rename move delete export' [messages]='list export')
     local -A more=(['device create']='--name' ['contacts list']='--search' ['contacts import']='--as-is' ['contacts delete']='--all' ['contacts export']='--all'
         ['contacts add']='--first --last --company --phone --email --note --group'
         ['contacts edit']='--first --last --company --phone --email --note'
         ['contacts duplicates']='--search'
-        ['bookmarks list']='--search' ['bookmarks add']='--in' ['bookmarks folder']='--in' ['bookmarks move']='--to')
+        ['bookmarks list']='--search' ['bookmarks add']='--in' ['bookmarks folder']='--in' ['bookmarks move']='--to'
+        ['messages list']='--search --phone --rows' ['messages export']='--html --all')
 
     case $before in
     --device) mapfile -t COMPREPLY < <(compgen -d -- "$word"); compopt -o filenames; return ;;
@@ -32,13 +33,14 @@ _hnmanager() {
     if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options ${more[$command]:-}" -- "$word")
     elif ((${#words[@]} == 0)); then
-        mapfile -t COMPREPLY < <(compgen -W 'device tree contacts bookmarks' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'device tree contacts bookmarks messages' -- "$word")
     elif ((${#words[@]} == 1)); then
         mapfile -t COMPREPLY < <(compgen -W "${commands[${words[0]}]:-}" -- "$word")
     else
         compopt -o filenames
         case $command in
         'device sample' | 'device create') mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
+        'messages export') mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.xls' -- "$word") ;;
         'bookmarks export') mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.html' -- "$word") ;;
         'contacts read' | 'contacts import' | 'contacts export')
             mapfile -t COMPREPLY < <(compgen -d -- "$word"; for i in vcf vcard csv VCF VCARD CSV; do compgen -f -X "!*.$i" -- "$word"; done) ;;
