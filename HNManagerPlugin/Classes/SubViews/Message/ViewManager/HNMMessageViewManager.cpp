@@ -91,7 +91,7 @@ void HNMMessageViewManager::initViewModelBackup() {
     const auto model = messageViewModel.lock();
     if (!model)
         return;
-    model->backupProgressBlock = [self = weakOf(this)](double percent) {
+    model->backupProgress_ = [self = weakOf(this)](double percent) {
         tell(self, [percent](HNMMessageViewManager &manager) { manager.showRealProgress(percent); });
     };
     model->backupFinished = [self = weakOf(this)] { tell(self, [](HNMMessageViewManager &manager) { manager.loadDidEnd(); }); };

@@ -116,7 +116,7 @@ void HNMMessageViewModel::forgetThreads() {
 }
 
 void HNMMessageViewModel::backupProgress(double percent) {
-    if (const auto block = backupProgressBlock.get())
+    if (const auto block = backupProgress_.get())
         block(percent);
 }
 

@@ -28,8 +28,8 @@ public:
 
     Shared<std::shared_ptr<CContactManagerImpl>> contactM;   // taken on first use
     std::shared_ptr<NSMutableArray> messageBR;   // of MessageBackupChat: parsed and not yet built
-    // Named apart from the delegate's call. Told on a thread of the layer.
-    Shared<std::function<void(double percent)>> backupProgressBlock;
+    // Told on a thread of the layer.
+    Shared<std::function<void(double percent)>> backupProgress_;
     Shared<std::function<void()>> backupFinished;
     Shared<NSString> backupPassword;   // taken off the device; absent or empty when none was. Put back by every parse.
     Shared<std::shared_ptr<RKBackupAndRestoreTask>> parseTask;   // made on first use, for parsing alone

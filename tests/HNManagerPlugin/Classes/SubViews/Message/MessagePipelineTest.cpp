@@ -183,14 +183,23 @@ TEST_F(EncryptedBackup, aPasswordThatCannotBePutBackIsOnlyLogged) {
     EXPECT_EQ(shown(), "7 2024-01-01 00:00:00");
 }
 
-TEST_F(EncryptedBackup, aClosedDialogTakesNoBackupAndFinishesNothing) {
+TEST_F(EncryptedBackup, aClosedDialogTakesNoBackup) {
     AnswerScript answers;
     answers.at("DecryptionWindow_MainDecryption_Info").closeByTitleBar();
     open();
     EXPECT_EQ(log_->take(), "shared encrypted? 1");
     EXPECT_EQ(panel(), "FileManager_NoMessages");
     EXPECT_TRUE(manager_->loadingFinished);
-    EXPECT_TRUE(manager_->multPhoneView.lock()->isHidden());   // which the finished load would have shown
+}
+
+TEST_F(EncryptedBackup, aClosedDialogFinishesNoLoad) {
+    AnswerScript answers;
+    answers.at("DecryptionWindow_MainDecryption_Info").type("passwordTextField", "bad").press("MessageDialog_Ok");
+    answers.at("DecryptionWindow_WrongPassword_Info").escape();
+    const auto model = make<HNMMessageViewModel>();
+    model->backupFinished = [this] { log_->add("finished"); };
+    EXPECT_FALSE(model->startSyncBackUp());
+    EXPECT_EQ(log_->take(), "shared encrypted? 1\nshared remove bad");
 }
 
 TEST_F(EncryptedBackup, aDialogClosedDuringTheCheckEndsNoOtherDialog) {
