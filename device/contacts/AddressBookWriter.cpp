@@ -307,23 +307,29 @@ bool AddressBookWriter::editLists(std::int64_t record, const ZpContactDataInfo &
     for (ListItem &item : itemsOf(before))
         stored.emplace(item.UID, std::move(item));
     bool changed = false;
-    std::vector<ListItem> added;
-    for (const ListItem &item : itemsOf(after)) {
+    std::vector<ListItem> strangers;
+    for (ListItem &item : itemsOf(after)) {
         const auto old = item.UID ? stored.find(item.UID) : stored.end();
-        const bool isKnown = old != stored.end() && old->second.property == item.property;
-        if (isKnown && item.isSame(old->second)) {
-            stored.erase(old);
+        if (old == stored.end() || old->second.property != item.property) {
+            strangers.push_back(std::move(item));
             continue;
         }
-        ListItem clean = written(item);
-        if (!clean.hasValue())
-            continue;   // a row of the editor that was left or made empty
-        if (!isKnown) {
-            added.push_back(std::move(clean));
-            continue;
+        if (!item.isSame(old->second)) {
+            const ListItem clean = written(item);
+            if (!clean.hasValue())
+                continue;   // a row of the editor that was made empty
+            changed = updateItem(old->second, clean) || changed;
         }
-        changed = updateItem(old->second, clean) || changed;
         stored.erase(old);
+    }
+    std::vector<ListItem> added;
+    for (const ListItem &item : strangers) {
+        // A merge brings the like of an item from another contact: the contact's own row stays.
+        const auto own = std::ranges::find_if(stored, [&](const auto &row) { return row.second.property == item.property && item.isSame(row.second); });
+        if (own != stored.end())
+            stored.erase(own);
+        else if (ListItem clean = written(item); clean.hasValue())   // not a row of the editor that was left empty
+            added.push_back(std::move(clean));
     }
     for (const auto &[UID, item] : stored)
         removeItem(UID);

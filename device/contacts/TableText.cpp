@@ -72,10 +72,11 @@ constexpr std::string_view kMessengerParts[] = {"Service", "Value"};
 struct Group {
     std::string_view word;
     std::span<const std::string_view> parts;   // behind the type
+    bool needsAll = false;                     // the reader drops an item that lacks one of several
 };
 constexpr Group kGroupHeadings[] = {
     {"Phone", kValue}, {"E-mail", kValue}, {"Address", kAddressParts}, {"Website", kValue},
-    {"IM", kMessengerParts}, {"Relation", kValue}, {"Event", kValue},
+    {"IM", kMessengerParts, true}, {"Relation", kValue}, {"Event", kValue},
 };
 
 bool hasValue(Texts texts) {
@@ -177,7 +178,10 @@ void TableText::appendRow(std::string &to, const ZpContactDataInfo &contact) con
             appendType(to, **texts.begin());
             for (const NSString *const *text = texts.begin() + 1; text != texts.end(); ++text) {
                 to += ',';
-                appendValue(to, **text, " ");
+                if ((*text)->isEmpty() && kGroupHeadings[group].needsAll)
+                    to.append("\\n");   // text for the reader's test of emptiness, and nothing after its last stage
+                else
+                    appendValue(to, **text, " ");
             }
             to += ',';
             ++count;

@@ -5,7 +5,8 @@
 //          that neither the line end nor an odd quote of a value before it reaches the reader's repair of cut fields.
 // Texts    quoted where they hold a comma or a quote. Backslashes are doubled; a line break is backslash-n in a plain field
 //          and a blank in a group, whose reader takes them out. A group's type is never quoted, since the reader would
-//          keep the quotes: commas, quotes and backslashes in it stand in full-width form.
+//          keep the quotes: commas, quotes and backslashes in it stand in full-width form. Of an instant message the part
+//          that it lacks is backslash-n, since the reader drops what has an empty one.
 // Lines    CRLF; one contact a line, the last one ended too.
 // Left out pictures, completeName, country codes, list items without a value. Threads: any.
 #pragma once

@@ -503,6 +503,98 @@ TEST(AddressBookMerging, keepsTheSurvivorAndMovesTheGroups) {
     EXPECT_EQ(image.query("SELECT group_id || ':' || member_id FROM ABGroupMembers ORDER BY group_id"), "1:2|2:2");
 }
 
+// Every column of every row that belongs to a contact, its time of change apart.
+std::vector<std::string> rowsOf(const TestImage &image, int record) {
+    const std::string id = std::to_string(record);
+    const std::pair<const char *, std::string> kTables[] = {
+        {"ABPerson", "ROWID = " + id},
+        {"ABMultiValue", "record_id = " + id},
+        {"ABMultiValueEntry", "parent_id IN (SELECT UID FROM ABMultiValue WHERE record_id = " + id + ")"},
+        {"ABGroupMembers", "member_id = " + id}};
+    std::vector<std::string> rows;
+    for (const auto &[table, condition] : kTables) {
+        const std::string columns = image.query("SELECT group_concat('quote(' || name || ')', \" || ',' || \") FROM pragma_table_info('" +
+                                                std::string(table) + "') WHERE name != 'ModificationDate'");
+        const auto count = std::stoi(image.query("SELECT count(*) FROM " + std::string(table) + " WHERE " + condition));
+        for (int row = 0; row < count; ++row)
+            rows.push_back(image.query("SELECT '" + std::string(table) + "' || " + columns + " FROM " + table + " WHERE " + condition +
+                                       " ORDER BY rowid LIMIT 1 OFFSET " + std::to_string(row)));
+    }
+    std::ranges::sort(rows);
+    return rows;
+}
+
+// Three contacts of one person, each with a number of its own beside all that they share, and a stranger; groups.
+struct Triplets {
+    TestImage image{newestVersion(), "INSERT INTO ABGroup (ROWID, Name) VALUES (1, 'G'), (2, 'H');"};
+    std::shared_ptr<device::contacts::AddressBookStore> store = image.store();
+    ContactList people;
+
+    Triplets() {
+        for (const char *phone : {"71", "72", "73"})
+            EXPECT_TRUE(store->addNewContact_toGroups(contact([&](ZpContactDataInfo &c) {
+                                                          fillEverything(c);
+                                                          c.mutable_phone_numbers().push_back({"Home", phone});
+                                                      }), {}));
+        EXPECT_TRUE(store->addNewContact_toGroups(named("stranger"), {}));
+        image.exec("INSERT INTO ABGroupMembers (group_id, member_type, member_id) VALUES (1, 0, 1), (2, 0, 4)");
+        people = image.contacts();
+        people.pop_back();
+        // as the merge window does: what is equal comes from whoever stands first
+        auto &phones = people[1]->mutable_phone_numbers();
+        phones = people[0]->phone_numbers();
+        for (const int other : {1, 2})
+            phones.push_back({"Home", other == 1 ? "72" : "73", people[static_cast<std::size_t>(other)]->phone_numbers().back().storeKey});
+        people[1]->mutable_emails() = people[0]->emails();
+    }
+};
+
+TEST(AddressBookMerging, touchesNothingOfTheSurvivorButWhatCameToIt) {
+    Triplets world;
+    const auto survivor = rowsOf(world.image, 2), stranger = rowsOf(world.image, 4);
+    ASSERT_GT(survivor.size(), 12u);
+    ASSERT_TRUE(world.store->combineRepeatContacts_newContact_toGroup(world.people, world.people[1], {}));
+    const auto now = rowsOf(world.image, 2);
+    std::vector<std::string> came;
+    std::ranges::set_difference(now, survivor, std::back_inserter(came));
+    EXPECT_TRUE(std::ranges::includes(now, survivor));
+    ASSERT_EQ(came.size(), 3u);   // a group and two numbers
+    EXPECT_TRUE(came[0].starts_with("ABGroupMembers"));
+    EXPECT_NE(came[1].find("'71'"), std::string::npos);
+    EXPECT_NE(came[2].find("'73'"), std::string::npos);
+    EXPECT_EQ(rowsOf(world.image, 4), stranger);
+    EXPECT_EQ(rowsOf(world.image, 1).size() + rowsOf(world.image, 3).size(), 0u);
+}
+
+TEST(AddressBookMerging, killedAtAnyWriteHasHappenedOrNot) {
+    const auto state = [](const TestImage &image) {
+        std::string all;
+        for (const auto &c : image.contacts())
+            all += described(*c);
+        return all + image.query("SELECT group_id || ':' || member_id FROM ABGroupMembers ORDER BY 1");
+    };
+    const Triplets world, sample;
+    ASSERT_TRUE(sample.store->combineRepeatContacts_newContact_toGroup(sample.people, sample.people[1], {}));
+    const std::string before = state(world.image), after = state(sample.image);
+    ASSERT_NE(before, after);
+    int kills = 0, merged = 0;
+    for (int status = 0; status != 7; ++kills) {
+        const TestImage image;
+        std::filesystem::copy_file(world.image.database(), image.database(), std::filesystem::copy_options::overwrite_existing);
+        const auto store = image.store();
+        status = inChild([&] {
+            const DeathAtCall death(kills + 1);
+            return store->combineRepeatContacts_newContact_toGroup(world.people, world.people[1], {}) ? 7 : 8;
+        });
+        ASSERT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
+        const std::string now = state(image);
+        EXPECT_TRUE(now == before || now == after) << kills << "\n" << now;
+        merged += now == after;
+    }
+    EXPECT_GT(kills, 5);
+    EXPECT_GT(merged, 0);
+}
+
 TEST(AddressBookMerging, isAllOrNothing) {
     const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('a'), ('b'), ('c');"
                                            "CREATE TRIGGER stuck BEFORE DELETE ON ABPerson WHEN OLD.First = 'c' BEGIN SELECT raise(ABORT, 'stuck'); END");

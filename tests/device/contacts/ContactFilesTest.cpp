@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -9,6 +12,7 @@
 #include "device/contacts/AddressBookStore.h"
 #include "device/contacts/CardText.h"
 #include "device/contacts/TableText.h"
+#include "tests/device/TestDevice.h"
 
 namespace {
 
@@ -63,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"work", [](C &c) { c.setNickname("n"), c.setDepartment("d;e"), c.setJob_title("t"), c.setBirthday("2001-02-03"); },
             "NICKNAME:n\r\nORG:;d；e\r\nTITLE:t\r\nBDAY;VALUE=date:2001-02-03\r\n"},
         Row{"note", [](C &c) { c.setNotes("a\\n\nb, c; END:VCARD NOTE: d\r"); },
-            "NOTE:a\\\\n\\nb, c; END：VCARD NOTE： d\\r\r\n"},
+            "NOTE:a\\\\n\\nb, c; END:ＶCARD NOTE： d\\r\r\n"},
         Row{"numbers",
             [](C &c) {
                 c.mutable_phone_numbers() = {{"Mobile", "+49 30"}, {NSString(), "1:2"}, {"a:b;c=d", "3"}};
@@ -86,6 +90,18 @@ INSTANTIATE_TEST_SUITE_P(
             "item1.ADR;TYPE=Home:;;1 A B;C;D;E;F\r\nitem1.X-ABADR:de\r\nitem2.ADR;TYPE=other:;;;x．TEL；y;;;\r\n"},
         Row{"people", [](C &c) { c.mutable_relatednames() = {{"Son", "Tim"}}, c.mutable_dates() = {{"Anniversary", "2001-01-01"}}; },
             "item1.X-ABRELATEDNAMES:Tim\r\nitem1.X-ABLabel:_$!<Son>!$_\r\nitem2.X-ABDATE:2001-01-01\r\nitem2.X-ABLabel:_$!<Anniversary>!$_\r\n"},
+        Row{"wordsThatTheReaderLooksFor",
+            [](C &c) {
+                c.setNickname("NICKNAME:Bo"), c.setCompany_name("ORG:x"), c.setJob_title("a TITLE:b"), c.setBirthday("BDAY;VALUE=date:1");
+                c.mutable_phone_numbers() = {{"END", "VCARD"}, {"a", "1TEL;2"}};
+                c.mutable_emails() = {{"b", "EMAIL;x@y"}};
+                c.mutable_urls() = {{"c", "http://x?URL;TYPE=d"}, {"e", "x.TEL;TYPE=pref:.URL:1"}};
+                c.mutable_relatednames() = {{".EMAIL", "a.X-ABDATE"}};
+            },
+            "NICKNAME:NICKNAME：Bo\r\nORG:ORG：x;\r\nTITLE:a TITLE：b\r\nBDAY;VALUE=date:BDAY;VALUE=date：1\r\n"
+            "TEL;TYPE=END:ＶCARD\r\nTEL;TYPE=a:1TEL；2\r\nEMAIL;type=INTERNET;type=b:EMAIL；x@y\r\n"
+            "URL;TYPE=c:http://x?URL;TYPE＝d\r\nitem1.URL:x．TEL；TYPE=pref:．URL:1\r\nitem1.X-ABLabel:_$!<e>!$_\r\n"
+            "item2.X-ABRELATEDNAMES:a．X-ABDATE\r\nitem2.X-ABLabel:_$!<．EMAIL>!$_\r\n"},
         Row{"picture", [](C &c) { c.setImage_data(NSImage::withData(NSData::of("\xFF\xD8\xFF" "abcd"))); },
             "PHOTO;ENCODING=b;TYPE=JPEG:/9j/YWJjZA==\r\n"},
         Row{"placeholder",
@@ -131,6 +147,11 @@ TEST(Table, numbersTheGroupsOfTheRichestContact) {
                                           ",,,,,,,,,,,,,,,,,,Home,P,C,R,T,S,,,,\r\n"));
 }
 
+TEST(Table, givesAnInstantMessageTextWhereAPartIsMissing) {
+    const std::string text = table({contact([](C &c) { c.mutable_ims() = {{NSString(), NSString(), "joe"}}; })});
+    EXPECT_TRUE(text.ends_with(",,,other,\\n,joe,\r\n")) << text;
+}
+
 TEST(Table, quotesAndEscapesWhatTheReaderTakesBack) {
     const std::string text = table({contact([](C &c) {
         c.setFirst_name("a,b");
@@ -144,6 +165,14 @@ TEST(Table, quotesAndEscapesWhatTheReaderTakesBack) {
 }
 
 // ---------------------------------------------------------------- the store
+
+using Writer = void (*)(AddressBookStore &, const ContactList &, const NSString &);
+constexpr Writer kWriters[] = {
+    [](AddressBookStore &store, const ContactList &people, const NSString &path) { store.exportContactsToVCFFile_toPath(people, path); },
+    [](AddressBookStore &store, const ContactList &people, const NSString &path) {
+        store.exportContactsToCSVFileFromArray_toPath_callBack(people, path, {});
+    },
+};
 
 class NoTree : public testing::Test {
 protected:
@@ -194,6 +223,44 @@ TEST_F(NoTree, aFailureLeavesTheOldFile) {
     store_->exportContactsToVCFFile_toPath(people_, path("none/a.vcf"));
     EXPECT_TRUE(store_->failures().first());
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+}
+
+// Writers that cannot finish, over an old file and under a new name; the disk's limit and the person's rights are a child's.
+class Hindered : public NoTree {
+protected:
+    // Of the export in a child after `hinder`: 0 where it failed and the folder holds the old file alone.
+    int left(const std::function<void()> &hinder) {
+        std::ofstream(folder_ / "old") << "old";
+        fs::permissions(folder_ / "old", fs::perms(0744));
+        return testdevice::inChild([&] {
+            hinder();
+            for (const Writer write : kWriters)
+                for (const char *name : {"old", "new"}) {
+                    write(*store_, people_, path(name));
+                    if (!store_->failures().first() || bytes("old") != "old")
+                        return 1;
+                    if (std::distance(fs::directory_iterator(folder_), fs::directory_iterator()) != 1)
+                        return 2;
+                }
+            return 0;
+        });
+    }
+};
+
+TEST_F(Hindered, byAFullDisk) {
+    EXPECT_EQ(left([] {
+                  std::signal(SIGXFSZ, SIG_IGN);
+                  const rlimit limit{40, 40};   // the second write call meets it, too
+                  setrlimit(RLIMIT_FSIZE, &limit);
+              }), 0);
+}
+
+TEST_F(Hindered, byAFolderWithoutWritePermission) {
+    EXPECT_EQ(left([this] {
+                  fs::permissions(folder_, fs::perms(0555));
+                  if (getuid() == 0 && setuid(65534) != 0)
+                      _exit(9);
+              }), 0);
 }
 
 }  // namespace
