@@ -283,7 +283,8 @@ NSRect NSOutlineView::frameOfOutlineCellAtRow(std::int64_t row) {
     if (!isExpandable(item) || !column)
         return {};
     const NSRect cell = NSTableView::frameOfCellAtColumn_row(columnWithIdentifier(column->identifier()), row);
-    return {cell.minX() + indentation_ * static_cast<double>(levelForRow(row)), cell.minY(), indentation_, cell.size.height};
+    const double indent = indentation_ * static_cast<double>(levelForRow(row));
+    return {isRightToLeft() ? cell.maxX() - indent - indentation_ : cell.minX() + indent, cell.minY(), indentation_, cell.size.height};
 }
 
 NSRect NSOutlineView::frameOfCellAtColumn_row(std::int64_t column, std::int64_t row) {
@@ -292,7 +293,7 @@ NSRect NSOutlineView::frameOfCellAtColumn_row(std::int64_t column, std::int64_t 
         return cell;
     // Leaves leave the mark's place free as well, so that texts of one level stand under one another.
     const double indent = std::min(cell.size.width, indentation_ * static_cast<double>(levelForRow(row) + 1));
-    return {cell.minX() + indent, cell.minY(), cell.size.width - indent, cell.size.height};
+    return {isRightToLeft() ? cell.minX() : cell.minX() + indent, cell.minY(), cell.size.width - indent, cell.size.height};
 }
 
 bool NSOutlineView::handlesClick(NSPoint point, std::int64_t row) {
@@ -303,11 +304,27 @@ bool NSOutlineView::handlesClick(NSPoint point, std::int64_t row) {
     return true;
 }
 
+// A triangle at the beginning of the mark's place: it points at what it opens, or down where that is open.
+void NSOutlineView::drawInRow(NSTableRowView &view, Canvas &canvas) {
+    constexpr double kHigh = 4, kDeep = 2.5;
+    const NSRect place = frameOfOutlineCellAtRow(view.row());
+    if (place.isEmpty())
+        return;
+    const double ahead = isRightToLeft() ? -1 : 1;
+    const double x = (isRightToLeft() ? place.maxX() : place.minX()) + ahead * kDeep;
+    const double y = place.minY() + place.size.height / 2 - rectOfRow(view.row()).minY();
+    const bool isOpen = isItemExpanded(itemAtRow(view.row()));
+    canvas.fillPolygon(isOpen ? std::vector<NSPoint>{{x - kHigh, y - kDeep}, {x + kHigh, y - kDeep}, {x, y + kDeep}}
+                              : std::vector<NSPoint>{{x - ahead * kDeep, y - kHigh}, {x - ahead * kDeep, y + kHigh}, {x + ahead * kDeep, y}},
+                       NSColor::grayColor());
+}
+
 void NSOutlineView::keyDown(NSEvent &event) {
     const Item item = itemAtRow(selectedRow());
-    if (event.keyCode == keycode::right && item)
+    const auto open = isRightToLeft() ? keycode::left : keycode::right, close = isRightToLeft() ? keycode::right : keycode::left;
+    if (event.keyCode == open && item)
         return expandItem(item);
-    if (event.keyCode == keycode::left && item)
+    if (event.keyCode == close && item)
         return collapseItem(item);
     NSTableView::keyDown(event);
 }

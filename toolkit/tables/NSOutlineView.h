@@ -5,7 +5,7 @@
 // Selection  bound to the tree controller's selected nodes, both ways. Collapsing takes hidden rows out of the outline's
 //            selection (the delegate is told) while the tree controller keeps its nodes; expanding does not bring them back.
 // Mark       the disclosure mark stands in the outline column, indented by level; a click on it opens or closes the item
-//            and selects nothing. Right and left arrow open and close the selected item.
+//            and selects nothing. Right and left arrow (from right to left: left and right) open and close the selected item.
 // Threads    main. No walk recurses.
 #pragma once
 
@@ -94,6 +94,7 @@ protected:
     Value objectValueOf(const std::shared_ptr<NSTableColumn> &, std::int64_t row) override { return Value(itemAtRow(row)); }
     void pushSelection() override;
     bool handlesClick(NSPoint point, std::int64_t row) override;
+    void drawInRow(NSTableRowView &view, Canvas &canvas) override;
 
 private:
     struct Row {

@@ -1,6 +1,7 @@
 #include "toolkit/tables/NSTableHeaderCell.h"
 
 #include "toolkit/views/ClassKeys.h"
+#include "toolkit/views/Mirrored.h"
 
 HN_CLASS_TABLE(NSTableHeaderCell, NSObjectTable, .key("title", keys::get(&NSTableHeaderCell::title), keys::set(&NSTableHeaderCell::setTitle)))
 
@@ -9,10 +10,11 @@ void NSTableHeaderCell::drawWithFrame_inView(const NSRect &frame, Canvas &canvas
     canvas.fillRect(frame, backgroundColor_);
     NSRect text = frame.insetBy(kMargin, kMargin);
     if (indicator != SortIndicator::none) {
-        const double right = frame.maxX() - kMargin, middle = frame.minY() + frame.size.height / 2;
+        const NSRect arrow = placedIn(frame, {frame.maxX() - kMargin - kArrow, frame.minY(), kArrow, frame.size.height});
+        const double middle = frame.minY() + frame.size.height / 2;
         const double up = indicator == SortIndicator::ascending ? -kArrow / 4 : kArrow / 4;
-        canvas.fillPolygon({{right - kArrow, middle - up}, {right, middle - up}, {right - kArrow / 2, middle + up}}, NSColor::grayColor());
+        canvas.fillPolygon({{arrow.minX(), middle - up}, {arrow.maxX(), middle - up}, {arrow.minX() + kArrow / 2, middle + up}}, NSColor::grayColor());
         text.size.width = std::max(0.0, text.size.width - kArrow - kMargin);
     }
-    canvas.drawText(title_, text, {font_, textColor_, alignment_, LineBreak::truncateTail});
+    canvas.drawText(title_, placedIn(frame, text), {font_, textColor_, placed(alignment_), LineBreak::truncateTail});
 }

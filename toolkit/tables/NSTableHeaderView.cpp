@@ -7,6 +7,10 @@
 
 HN_CLASS_TABLE(NSTableHeaderView, NSView)
 
+namespace {
+bool isTurned() { return NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft; }
+}  // namespace
+
 void NSTableHeaderView::initWithFrame(const NSRect &frame) {
     NSView::initWithFrame(frame.isEmpty() ? NSRect(0, 0, frame.size.width, kHeight) : frame);
 }
@@ -58,9 +62,12 @@ void NSTableHeaderView::release(std::int64_t column) {
 void NSTableHeaderView::mouseDown(NSEvent &event) {
     const auto table = tableView();
     pressed_ = convertPoint_fromView(event.locationInWindow, nullptr);
-    const std::int64_t column = columnAtPoint(pressed_), left = columnAtPoint({pressed_.x - kEdge, pressed_.y});
-    for (const std::int64_t edge : {column, left}) {
-        if (!table || edge < 0 || std::abs(headerRectOfColumn(edge).maxX() - pressed_.x) > kEdge)
+    // The edge at the end of the line resizes a column: its right one, from right to left its left one.
+    const double toEnd = isTurned() ? -1 : 1;
+    const std::int64_t column = columnAtPoint(pressed_), before = columnAtPoint({pressed_.x - toEnd * kEdge, pressed_.y});
+    for (const std::int64_t edge : {column, before}) {
+        const NSRect rect = headerRectOfColumn(edge);
+        if (!table || edge < 0 || std::abs((isTurned() ? rect.minX() : rect.maxX()) - pressed_.x) > kEdge)
             continue;
         if (const auto resized = table->columnAtIndex(edge); resized->isResizable() && resized->minWidth() < resized->maxWidth()) {
             pressedColumn_ = edge;
@@ -78,7 +85,7 @@ void NSTableHeaderView::mouseDragged(NSEvent &event) {
     if (!table || pressedColumn_ < 0)
         return;
     if (drag_ == Drag::resize)
-        return table->columnAtIndex(pressedColumn_)->setWidth(widthBefore_ + point.x - pressed_.x);
+        return table->columnAtIndex(pressedColumn_)->setWidth(widthBefore_ + (isTurned() ? pressed_.x - point.x : point.x - pressed_.x));
     if (drag_ == Drag::none && std::abs(point.x - pressed_.x) > kDragDistance)
         drag_ = table->allowsColumnReordering() && table->mayReorder(pressedColumn_, -1) ? Drag::move : Drag::refused;
 }

@@ -27,6 +27,7 @@ public:
     void performClickOnColumn(std::int64_t column);
 
     [[nodiscard]] bool isFlipped() const override { return true; }
+    [[nodiscard]] bool mirrorsSubviews() const override { return false; }
     [[nodiscard]] bool acceptsFirstMouse() const override { return true; }
     void drawRect(const NSRect &rect, Canvas &canvas) override;
     void mouseDown(NSEvent &event) override;

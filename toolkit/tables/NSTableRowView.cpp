@@ -67,6 +67,8 @@ void NSTableRowView::drawRect(const NSRect &, Canvas &canvas) {
         canvas.fillRect(bounds(), selectedColor_);
     else if (mouseInside_)
         canvas.fillRect(bounds(), highlightColor_);
+    if (const auto table = tableView())
+        table->drawInRow(*this, canvas);
 }
 
 void NSTableRowView::mouseEntered(NSEvent &) { setMouseInside(true); }

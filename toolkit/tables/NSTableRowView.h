@@ -38,6 +38,7 @@ public:
     virtual void prepareForReuse() {}
 
     [[nodiscard]] bool isFlipped() const override { return true; }
+    [[nodiscard]] bool mirrorsSubviews() const override { return false; }
     void drawRect(const NSRect &rect, Canvas &canvas) override;
     void mouseEntered(NSEvent &event) override;
     void mouseExited(NSEvent &event) override;

@@ -630,6 +630,10 @@ double NSTableView::columnsWidth() const {
     return width;
 }
 
+double NSTableView::fullWidth() const { return std::max(frame().size.width, columnsWidth()); }
+
+bool NSTableView::isRightToLeft() { return userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft; }
+
 NSRect NSTableView::rectOfColumn(std::int64_t index) const {
     if (index < 0 || index >= numberOfColumns())
         return {};
@@ -638,10 +642,13 @@ NSRect NSTableView::rectOfColumn(std::int64_t index) const {
         if (const auto &before = columns_[static_cast<std::size_t>(i)]; !before->isHidden())
             x += before->width() + spacing_.width;
     const auto &column = columns_[static_cast<std::size_t>(index)];
-    return {x, 0, column->isHidden() ? 0 : column->width() + spacing_.width, heights_.total()};
+    const double width = column->isHidden() ? 0 : column->width() + spacing_.width;
+    return {isRightToLeft() ? fullWidth() - x - width : x, 0, width, heights_.total()};
 }
 
 std::int64_t NSTableView::columnAtX(double x) const {
+    if (isRightToLeft())   // a column's left edge is its own, as it is from left to right
+        x = std::nextafter(fullWidth() - x, 0.0);
     double right = 0;
     for (std::size_t i = 0; i < columns_.size() && x >= 0; ++i) {
         if (columns_[i]->isHidden())
@@ -669,7 +676,7 @@ NSRect NSTableView::rectOfRow(std::int64_t row) {
     if (row < 0 || row >= numberOfRows())
         return {};
     const double height = knownHeight(row);
-    return {0, heights_.top(static_cast<std::size_t>(row)), std::max(frame().size.width, columnsWidth()), height};
+    return {0, heights_.top(static_cast<std::size_t>(row)), fullWidth(), height};
 }
 
 NSRect NSTableView::frameOfCellAtColumn_row(std::int64_t column, std::int64_t row) {
@@ -734,8 +741,15 @@ void NSTableView::fitSize() {
         return;
     const Flag fitting(isFitting_);
     const NSSize shown = viewport().size;
-    setFrame({0, 0, std::max(shown.width, columnsWidth()), std::max(shown.height, heights_.total())});
-    clip->scrollToPoint(clip->bounds().origin);   // the end may have come nearer
+    const double width = std::max(shown.width, columnsWidth());
+    NSPoint offset = clip->bounds().origin;
+    if (!isRightToLeft() || (width == frame().size.width && shown.width == shownWidth_))
+        beyondRight_ = width - clip->bounds().maxX();
+    else
+        offset.x = width - shown.width - beyondRight_;
+    shownWidth_ = shown.width;
+    setFrame({0, 0, width, std::max(shown.height, heights_.total())});
+    clip->scrollToPoint(offset);   // the end may have come nearer
     if (header_)
         header_->setBoundsOrigin({clip->bounds().minX(), 0});
 }

@@ -4,6 +4,7 @@
 // Place      in a clip view it shows what that shows, and takes its size from rows and columns; elsewhere its own bounds;
 //            where neither has a size, and without a superview, a viewport of 1000 by 600 (see scrollToPoint).
 //            The table is flipped: row 0 is at y 0.
+// Sides      from right to left the first column stands at the right edge, and a wide table shows its right end first.
 // Rows       as many as the data source says, else as the bound list has. A change of the bound list is followed by
 //            itself; with a data source, and after the list was changed behind its controller, reloadData or insertRows /
 //            removeRows say it.
@@ -183,6 +184,7 @@ public:
     void keyDown(NSEvent &event) override;
     [[nodiscard]] std::shared_ptr<NSMenu> menuForEvent(NSEvent &event) override;
     [[nodiscard]] bool isFlipped() const override { return true; }
+    [[nodiscard]] bool mirrorsSubviews() const override { return false; }
     [[nodiscard]] bool acceptsFirstResponder() const override { return isEnabled(); }
     void viewDidMoveToSuperview() override;
     void setFrame(const NSRect &frame) override;
@@ -224,6 +226,9 @@ protected:
     virtual void pushSelection();
     // A click that is no selection (an outline's mark); true where it was taken.
     virtual bool handlesClick(NSPoint, std::int64_t /*row*/) { return false; }
+    // What stands in a row beside its cells (an outline's mark), above the row's ground; the canvas is in the row's space.
+    virtual void drawInRow(NSTableRowView &, Canvas &) {}
+    [[nodiscard]] static bool isRightToLeft();
 
     void delegateDidChange();
     // Takes a selection, hands it to the bound controller where `push` says so, and tells the delegate; nothing where it
@@ -243,12 +248,14 @@ protected:
 private:
     friend class NSTableColumn;
     friend class NSTableHeaderView;
+    friend class NSTableRowView;
     void columnDidChange(bool views = false);
     void headerPressed(std::int64_t column);
     void headerClicked(std::int64_t column);
     [[nodiscard]] bool mayReorder(std::int64_t column, std::int64_t to) { return askReorder(column, to); }
     [[nodiscard]] std::shared_ptr<NSClipView> clipView() const;
     [[nodiscard]] double columnsWidth() const;
+    [[nodiscard]] double fullWidth() const;
     void fitColumns();
     void fitSize();
     [[nodiscard]] NSRange measureVisibleRows();
@@ -284,6 +291,7 @@ private:
     NSPoint offset_;
     NSSize spacing_{3, 2};
     double rowHeight_ = 17;
+    double beyondRight_ = 0, shownWidth_ = 0;   // of the content: what is hidden at the right, what the clip showed
     NSTableViewColumnAutoresizingStyle autoresizing_ = NSTableViewColumnAutoresizingStyle::lastColumnOnly;
     int updates_ = 0;
     std::uint64_t generation_ = 0;   // grows with each change of rows or columns

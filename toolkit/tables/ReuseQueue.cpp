@@ -5,8 +5,9 @@
 std::shared_ptr<NSView> ReuseQueue::take(const NSString &identifier) {
     auto &waiting = waiting_[identifier];
     if (!waiting.empty()) {
-        std::shared_ptr<NSView> view = std::move(waiting.back());
-        waiting.pop_back();
+        // The one that has waited longest: after a reload each row gets its own view back, with what that keeps from its making.
+        std::shared_ptr<NSView> view = std::move(waiting.front());
+        waiting.pop_front();
         return view;
     }
     const auto maker = makers_.find(identifier);

@@ -2,10 +2,10 @@
 // Threads: main.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
-#include <vector>
 
 #include "toolkit/views/NSView.h"
 
@@ -22,5 +22,5 @@ public:
 
 private:
     std::map<NSString, Maker> makers_;
-    std::map<NSString, std::vector<std::shared_ptr<NSView>>> waiting_;
+    std::map<NSString, std::deque<std::shared_ptr<NSView>>> waiting_;
 };

@@ -186,7 +186,7 @@ private:
     [[nodiscard]] Span spanOf(NSView &view, Axis axis) const {
         if (&view == &parent_)
             return {0, extent(axis)};
-        NSRect place = view.frame();
+        NSRect place = view.placeInSuperview();
         if (view.superview().get() != &parent_)
             place = parent_.convertRect_fromView(view.bounds(), std::static_pointer_cast<NSView>(view.shared_from_this()));
         const NSRect bounds = parent_.bounds();

@@ -1,5 +1,9 @@
 #include "toolkit/views/NSPopUpButton.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "toolkit/TextMeasurer.h"
 #include "toolkit/views/ClassKeys.h"
 #include "toolkit/views/Presenter.h"
 
@@ -14,6 +18,18 @@ void NSPopUpButton::initWithFrame(const NSRect &frame) {
 void NSPopUpButton::setPullsDown(bool pullsDown) {
     pullsDown_ = pullsDown;
     noteChanged("pullsDown");
+}
+
+NSSize NSPopUpButton::intrinsicContentSize() const {
+    constexpr double kArrow = 28, kInset = 8, kLeastHeight = 28;
+    NSSize widest;
+    for (const auto &item : itemArray()) {
+        const NSSize size = TextMeasurer::current()->boundingRect(item->title, font(), 0);
+        widest = {std::max(widest.width, size.width), std::max(widest.height, size.height)};
+        if (pullsDown_)
+            break;
+    }
+    return {std::ceil(widest.width) + kArrow + kInset, std::max(kLeastHeight, std::ceil(widest.height) + kInset)};
 }
 
 void NSPopUpButton::addItemWithTitle(NSString title) {

@@ -32,6 +32,8 @@ public:
     [[nodiscard]] std::int64_t integerValue() const override { return indexOfSelectedItem(); }
     void setIntegerValue(std::int64_t number) override { selectItemAtIndex(number); }
     [[nodiscard]] std::string describeContent() const override;
+    // Room for the widest title (of one that pulls down: for the first) and the arrow.
+    [[nodiscard]] NSSize intrinsicContentSize() const override;
     HN_DECLARE_CLASS_TABLE
 
 private:

@@ -19,8 +19,9 @@ void NSClipView::setDocumentView(const std::shared_ptr<NSView> &view) {
     document_ = view;
     if (view)
         addSubview(view);
-    // An unflipped document begins at its top, which is its upper end.
-    scrollToPoint({0, view && !view->isFlipped() ? view->frame().maxY() : 0});
+    // An unflipped document begins at its top, which is its upper end; from right to left a line begins at the right.
+    const bool isTurned = userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
+    scrollToPoint({view && isTurned ? view->frame().maxX() : 0, view && !view->isFlipped() ? view->frame().maxY() : 0});
     if (const auto told = visibleRectDidChange)
         told();
 }
@@ -93,10 +94,12 @@ void NSScrollView::tile() {
     const double header = header_ ? header_->frame().size.height : 0;
     const double width = inside.size.width - (hasVertical_ ? ownScrollerWidth : 0);
     const double height = inside.size.height - header - (hasHorizontal_ ? ownScrollerWidth : 0);
+    const bool isTurned = userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;   // the scroller stands at the left
+    const double left = isTurned ? inside.maxX() - width : inside.minX();
     // y counts up here: the header stands at the upper end.
     if (header_)
-        header_->setFrame({inside.minX(), inside.maxY() - header, width, header});
-    clip_->setFrame({inside.minX(), inside.maxY() - header - height, width, height});
+        header_->setFrame({left, inside.maxY() - header, width, header});
+    clip_->setFrame({left, inside.maxY() - header - height, width, height});
 }
 
 void NSScrollView::layout() {

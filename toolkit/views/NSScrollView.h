@@ -24,6 +24,7 @@ public:
     std::function<void()> visibleRectDidChange;
 
     [[nodiscard]] bool isFlipped() const override { return document_ && document_->isFlipped(); }
+    [[nodiscard]] bool mirrorsSubviews() const override { return false; }
     void setBoundsOrigin(NSPoint origin) override;
     HN_DECLARE_CLASS_TABLE
 
@@ -67,6 +68,7 @@ public:
     static void setScrollerWidth(double width);
 
     void layout() override;
+    [[nodiscard]] bool mirrorsSubviews() const override { return false; }
     void drawRect(const NSRect &rect, Canvas &canvas) override;
     void scrollWheel(NSEvent &event) override;
     HN_DECLARE_CLASS_TABLE

@@ -43,6 +43,7 @@ public:
 
     [[nodiscard]] NSSize intrinsicContentSize() const override;
     void layout() override;
+    [[nodiscard]] bool mirrorsSubviews() const override { return false; }
     HN_DECLARE_CLASS_TABLE
 
 protected:

@@ -280,18 +280,30 @@ void NSView::resizeSubviewsWithOldSize(NSSize old) {
     }
 }
 
+NSRect NSView::placeInSuperview() const {
+    if (!translatesMask_ || userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::leftToRight)
+        return frame_;
+    const auto above = superview_.lock();
+    if (!above || !above->mirrorsSubviews())
+        return frame_;
+    const NSRect around = above->bounds();
+    return {around.minX() + around.maxX() - frame_.maxX(), frame_.minY(), frame_.size.width, frame_.size.height};
+}
+
 NSPoint NSView::toSuperview(NSPoint point) const {
     const auto above = superview_.lock();
-    const double x = frame_.minX() + point.x - boundsOrigin_.x, down = point.y - boundsOrigin_.y;
+    const NSRect place = placeInSuperview();
+    const double x = place.minX() + point.x - boundsOrigin_.x, down = point.y - boundsOrigin_.y;
     const bool sameSense = isFlipped() == (above && above->isFlipped());
-    return {x, sameSense ? frame_.minY() + down : frame_.maxY() - down};
+    return {x, sameSense ? place.minY() + down : place.maxY() - down};
 }
 
 NSPoint NSView::fromSuperview(NSPoint point) const {
     const auto above = superview_.lock();
+    const NSRect place = placeInSuperview();
     const bool sameSense = isFlipped() == (above && above->isFlipped());
-    return {point.x - frame_.minX() + boundsOrigin_.x,
-            (sameSense ? point.y - frame_.minY() : frame_.maxY() - point.y) + boundsOrigin_.y};
+    return {point.x - place.minX() + boundsOrigin_.x,
+            (sameSense ? point.y - place.minY() : place.maxY() - point.y) + boundsOrigin_.y};
 }
 
 NSPoint NSView::toWindow(NSPoint point) const {
@@ -345,7 +357,7 @@ NSRect NSView::visibleRect() const {
 }
 
 std::shared_ptr<NSView> NSView::hitTest(NSPoint point) {
-    if (isHidden_ || !frame_.contains(point))
+    if (isHidden_ || !placeInSuperview().contains(point))
         return nullptr;
     const NSPoint inside = fromSuperview(point);
     const List below = subviews_;
@@ -555,7 +567,7 @@ void NSView::display(Canvas &canvas) {
     displaySelf(canvas);
     const List below = subviews_;
     for (const auto &view : below) {
-        const NSRect &f = view->frame_;
+        const NSRect f = view->placeInSuperview();
         const double top = isFlipped() ? f.minY() - boundsOrigin_.y : frame_.size.height - (f.maxY() - boundsOrigin_.y);
         canvas.saveState();
         canvas.translate(f.minX() - boundsOrigin_.x, top);

@@ -121,6 +121,11 @@ public:
     [[nodiscard]] NSRect bounds() const { return {boundsOrigin_, frame_.size}; }
     virtual void setBoundsOrigin(NSPoint origin);
     [[nodiscard]] virtual bool isFlipped() const { return false; }
+    // Where the view stands in its superview. This is its frame, but from right to left a subview that nothing lays out is
+    // seen from the other side: its frame says how far its right edge is from the superview's right edge.
+    [[nodiscard]] NSRect placeInSuperview() const;
+    // False for a view that has placed its own subviews from right to left already.
+    [[nodiscard]] virtual bool mirrorsSubviews() const { return true; }
     // The part of the bounds that no ancestor cuts off; hidden views have an empty one.
     [[nodiscard]] virtual NSRect visibleRect() const;
     // Between this view's bounds and another's; null stands for the window's content space (y up).

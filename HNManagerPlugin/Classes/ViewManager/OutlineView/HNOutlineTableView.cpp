@@ -26,5 +26,5 @@ void HNOutlineTableView::setCustomHeaderViewHeight_color(double height, const st
 }
 
 NSRect HNOutlineTableView::frameOfOutlineCellAtRow(std::int64_t row) {
-    return RVBaseOutlineView::frameOfOutlineCellAtRow(row).offsetBy(kMarkOffset, 0);
+    return RVBaseOutlineView::frameOfOutlineCellAtRow(row).offsetBy(isRightToLeft() ? -kMarkOffset : kMarkOffset, 0);
 }
