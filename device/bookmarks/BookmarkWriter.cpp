@@ -1,6 +1,7 @@
 #include "device/bookmarks/BookmarkWriter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "device/AccessError.h"
 #include "device/sqlite/Functions.h"
