@@ -14,6 +14,7 @@
 #include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSPopUpButton.h"
 #include "toolkit/views/NSProgressIndicator.h"
+#include "toolkit/views/NSScrollView.h"
 #include "toolkit/views/NSTextField.h"
 
 namespace host {
@@ -22,6 +23,13 @@ namespace {
 
 constexpr double kRadius = 4, kBox = 15, kGap = 6, kInset = 6, kDisabled = 0.45;
 constexpr int kTurnDegrees = 30;
+
+bool isRightToLeft() { return NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft; }
+Qt::Alignment leadingSide() { return Qt::AlignAbsolute | (isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft); }
+// A part of `area` that leaves room at the line's beginning and end.
+QRectF withMargins(const QRectF &area, double leading, double trailing) {
+    return isRightToLeft() ? area.adjusted(trailing, 0, -leading, 0) : area.adjusted(leading, 0, -trailing, 0);
+}
 
 QRectF areaOf(const NSView &view) { return {0, 0, view.frame().size.width, view.frame().size.height}; }
 
@@ -37,7 +45,10 @@ void paintFocus(QPainter &painter, const QRectF &area) {
     painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), kRadius, kRadius);
 }
 
-void paintChevron(QPainter &painter, const QPointF &middle) {
+// At the end of the line.
+void paintChevron(QPainter &painter, const QRectF &area) {
+    constexpr double kFromEdge = 13;
+    const QPointF middle(isRightToLeft() ? area.left() + kFromEdge : area.right() - kFromEdge, area.center().y());
     painter.setPen(QPen(Theme::current().plainText(), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawPolyline(QPolygonF{middle + QPointF(-4, -2), middle + QPointF(0, 2), middle + QPointF(4, -2)});
@@ -77,7 +88,7 @@ void paintContent(const NSButton &button, QPainter &painter, const QRectF &area,
         const double top = area.center().y() - (picture.height() + metrics.height()) / 2;
         place.moveTo(area.center().x() - picture.width() / 2, top);
         words = QRectF(area.left(), place.bottom(), area.width(), metrics.height());
-    } else if (button.imagePosition() == NSCellImagePosition::imageRight) {
+    } else if ((button.imagePosition() == NSCellImagePosition::imageRight) != isRightToLeft()) {
         words.moveLeft(left);
         place.moveLeft(left + textWidth + gap);
     }
@@ -121,16 +132,15 @@ void paintButton(NSView &view, QtCanvas &canvas, const ControlState &state) {
         painter.setOpacity(painter.opacity() * kDisabled);
     const bool isBox = button.buttonType() == NSButtonType::switchButton || button.buttonType() == NSButtonType::radio;
     if (isBox && !button.image()) {
-        const bool isRightToLeft = NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
         const double edge = std::min({kBox, area.width(), area.height()});
         const bool isAlone = titleOf(button).isEmpty() || button.imagePosition() == NSCellImagePosition::imageOnly;
-        const double left = isAlone ? (area.width() - edge) / 2 : isRightToLeft ? area.width() - edge : 0;
+        const double left = isAlone ? (area.width() - edge) / 2 : isRightToLeft() ? area.width() - edge : 0;
         const QRectF box(left, (area.height() - edge) / 2, edge, edge);
         paintMark(painter, box, button);
         if (!isAlone) {
-            const QRectF words = isRightToLeft ? area.adjusted(0, 0, -edge - kGap, 0) : area.adjusted(edge + kGap, 0, 0, 0);
+            const QRectF words = withMargins(area, edge + kGap, 0);
             painter.setPen(textColorOf(button));
-            painter.drawText(words, Qt::AlignVCenter | Qt::AlignAbsolute | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft),
+            painter.drawText(words, Qt::AlignVCenter | leadingSide(),
                              QFontMetricsF(painter.font()).elidedText(titleOf(button), Qt::ElideRight, words.width()));
         }
     } else if (button.isBordered()) {
@@ -164,10 +174,10 @@ void paintPopUp(NSView &view, QtCanvas &canvas, const ControlState &state) {
     const NSString title = button.pullsDown() && button.numberOfItems() > 0 ? button.itemArray().front()->title : button.titleOfSelectedItem();
     painter.setFont(fontOf(button));
     painter.setPen(textColorOf(button));
-    const QRectF words = area.adjusted(kInset, 0, -kInset - 16, 0);
-    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft | Qt::AlignAbsolute,
+    const QRectF words = withMargins(area, kInset, kInset + 16);
+    painter.drawText(words, Qt::AlignVCenter | leadingSide(),
                      QFontMetricsF(painter.font()).elidedText(qtString(title), Qt::ElideRight, words.width()));
-    paintChevron(painter, {area.right() - 13, area.center().y()});
+    paintChevron(painter, area);
     if (state.hasFocus)
         paintFocus(painter, area);
 }
@@ -194,17 +204,16 @@ void paintTextField(NSView &view, QtCanvas &canvas, const ControlState &state) {
             text.fill(QChar(0x2022));
         painter.setFont(fontOf(field));
         painter.setPen(isEmpty ? theme.palette().color(QPalette::PlaceholderText) : textColorOf(field));
-        const bool isRightToLeft = NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
         const QRectF words = area.adjusted(kInset, 2, -kInset, -2);
         const bool isParagraph = area.height() > 2 * QFontMetricsF(painter.font()).height() + 4;
         if (isParagraph)
-            painter.drawText(words, Qt::TextWordWrap | Qt::AlignTop | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute, text);
+            painter.drawText(words, Qt::TextWordWrap | Qt::AlignTop | leadingSide(), text);
         else
-            painter.drawText(words, Qt::AlignVCenter | (isRightToLeft ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute,
+            painter.drawText(words, Qt::AlignVCenter | leadingSide(),
                              QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, words.width()));
     }
     if (dynamic_cast<const NSComboBox *>(&field))
-        paintChevron(painter, {area.right() - 13, area.center().y()});
+        paintChevron(painter, area);
     if (state.hasFocus)
         paintFocus(painter, area);
 }
@@ -252,8 +261,19 @@ void paintHeader(NSView &view, QtCanvas &canvas, const ControlState &) {
     painter.fillRect(QRectF(area.left(), area.bottom() - 1, area.width(), 1), theme.line());
     const auto &header = static_cast<const NSTableHeaderView &>(view);
     const auto table = header.tableView();
-    for (std::int64_t column = 0; table && column + 1 < table->numberOfColumns(); ++column)
-        painter.fillRect(QRectF(header.headerRectOfColumn(column).maxX() - 1, area.top() + 5, 1, area.height() - 10), theme.line());
+    for (std::int64_t column = 0; table && column + 1 < table->numberOfColumns(); ++column) {
+        const NSRect place = header.headerRectOfColumn(column);
+        const double end = (isRightToLeft() ? place.minX() + 1 : place.maxX()) - header.bounds().minX();
+        painter.fillRect(QRectF(end - 1, area.top() + 5, 1, area.height() - 10), theme.line());
+    }
+}
+
+// A list under a header is a sheet of its own; what scrolls elsewhere lies on the window.
+void paintScroll(NSView &view, QtCanvas &canvas, const ControlState &) {
+    const auto &scroll = static_cast<const NSScrollView &>(view);
+    if (scroll.drawsBackground() && !scroll.backgroundColor() && scroll.headerView())
+        canvas.painter().fillRect(areaOf(view), Theme::current().ground());
+    view.displaySelf(canvas);
 }
 
 // ---------------------------------------------------------------- by class
@@ -264,7 +284,7 @@ using Painter = void (*)(NSView &, QtCanvas &, const ControlState &);
 const std::unordered_map<std::type_index, Painter> kPainters = {
     {typeid(NSButton), paintButton},       {typeid(NSPopUpButton), paintPopUp},         {typeid(NSTextField), paintTextField},
     {typeid(NSSecureTextField), paintTextField}, {typeid(NSComboBox), paintTextField},  {typeid(NSProgressIndicator), paintProgress},
-    {typeid(NSTableHeaderView), paintHeader},
+    {typeid(NSTableHeaderView), paintHeader},    {typeid(NSScrollView), paintScroll},
 };
 
 bool layerTurns(const NSView &view) {

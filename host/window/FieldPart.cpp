@@ -48,12 +48,19 @@ protected:
             return false;
         if (event->type() == QEvent::ShortcutOverride)
             event->accept();
-        else
+        else if (key->key() != Qt::Key_Escape || !isEscaped())
             surface_.sendKey(*key);
         return true;
     }
 
 private:
+    bool isEscaped() {
+        const auto field = surface_.window() ? std::dynamic_pointer_cast<NSTextField>(surface_.window()->firstResponder()) : nullptr;
+        bool isTaken = false;
+        if (field && surface_.escaped)
+            dispatch::guarded("the escape key", [&] { isTaken = surface_.escaped(*field); });
+        return isTaken;
+    }
     ViewSurface &surface_;
     bool hasLines_;
 };
@@ -103,7 +110,11 @@ FieldPart::FieldPart(ViewSurface &surface, const std::shared_ptr<NSTextField> &f
     editor_->setPalette(clearPalette());
     editor_->setFont(qtFont(field->font()));
     const int inset = field->isBordered() ? kInset : 0;
-    editor_->setTextMargins(inset, 0, dynamic_cast<NSComboBox *>(field.get()) ? kArrow : inset, 0);
+    const int end = dynamic_cast<NSComboBox *>(field.get()) ? kArrow : inset;
+    const bool isTurned = NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
+    editor_->setLayoutDirection(Qt::LeftToRight);   // a surface's own; the side is told by the alignment
+    editor_->setAlignment(Qt::AlignVCenter | Qt::AlignAbsolute | (isTurned ? Qt::AlignRight : Qt::AlignLeft));
+    editor_->setTextMargins(isTurned ? end : inset, 0, isTurned ? inset : end, 0);
     if (field->isSecure())
         editor_->setEchoMode(QLineEdit::Password);
     editor_->setPlaceholderText(qtString(field->placeholderString()));

@@ -26,12 +26,12 @@ MainMenu::MainMenu(Shell &shell) : shell_(shell), bar_(new QMenuBar) {
     QMenu *edit = bar_->addMenu(QObject::tr("&Edit"));
     add(edit, QObject::tr("&Find"), QKeySequence::Find, [this] { shell_.find(); });
     add(edit, QObject::tr("Select &All"), QKeySequence::SelectAll, [this] { shell_.selectAll(); });
-    add(edit, QObject::tr("&Delete"), QKeySequence(Qt::Key_Delete), [this] { shell_.press("onDeleteButton:"); });
+    add(edit, QObject::tr("&Delete"), QKeySequence(Qt::Key_Delete), [this] { shell_.press("DeleteButton"); });
 
     QMenu *view = bar_->addMenu(QObject::tr("&View"));
     addCategories(*view);
     view->addSeparator();
-    add(view, QObject::tr("&Refresh"), QKeySequence(Qt::Key_F5), [this] { shell_.press("onRefreshButton:"); });
+    add(view, QObject::tr("&Refresh"), QKeySequence(Qt::Key_F5), [this] { shell_.press("RefreshButton"); });
 }
 
 // Ctrl+1 to Ctrl+9 are the first nine categories, Ctrl+0 the tenth.

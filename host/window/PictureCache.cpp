@@ -6,6 +6,9 @@
 
 #include <cmath>
 
+#include "host/services/HeicPicture.h"
+#include "host/window/Theme.h"
+
 namespace host {
 
 namespace {
@@ -14,12 +17,13 @@ struct Key {
     const NSImage *image;
     QRect crop;
     QSize wanted;
+    ThemeKind theme;
     bool operator==(const Key &) const = default;
 };
 
 std::size_t qHash(const Key &key, std::size_t seed) {
     return qHashMulti(seed, quintptr(key.image), key.crop.x(), key.crop.y(), key.crop.width(), key.crop.height(), key.wanted.width(),
-                      key.wanted.height());
+                      key.wanted.height(), int(key.theme));
 }
 
 struct Entry {
@@ -32,6 +36,34 @@ QCache<Key, Entry> &entries() {
     return cache;
 }
 
+// A small drawing in dark greys on nothing, as icons of light windows are: it would vanish on a dark ground.
+bool isDarkMark(const QImage &picture) {
+    constexpr int kLargest = 256, kMostlyThere = 128, kBright = 150, kColoured = 110;
+    if (picture.isNull() || !picture.hasAlphaChannel() || picture.width() > kLargest || picture.height() > kLargest)
+        return false;
+    int nothing = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const QRgb pixel = picture.pixel(x, y);
+            if (qAlpha(pixel) < kMostlyThere)
+                ++nothing;
+            else if (qGray(pixel) > kBright || QColor(pixel).hslSaturation() > kColoured)
+                return false;
+        }
+    return nothing * 5 > picture.width() * picture.height();
+}
+
+QImage lightened(const QImage &picture) {
+    constexpr int kLightest = 237, kRange = 204;   // as a theme turns lightness round
+    QImage turned = picture.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < turned.height(); ++y)
+        for (int x = 0; x < turned.width(); ++x) {
+            const QColor own = turned.pixelColor(x, y);
+            turned.setPixelColor(x, y, QColor::fromHsl(std::max(0, own.hslHue()), own.hslSaturation(), kLightest - kRange * own.lightness() / 255, own.alpha()));
+        }
+    return turned;
+}
+
 QRect pixelsOf(const std::optional<NSRect> &crop) {
     return crop ? QRectF(crop->minX(), crop->minY(), crop->size.width, crop->size.height).toAlignedRect() : QRect();
 }
@@ -41,6 +73,13 @@ QRect pixelsOf(const std::optional<NSRect> &crop) {
 PictureCache &PictureCache::shared() {
     static PictureCache cache;
     return cache;
+}
+
+QImage heicImage(std::string_view bytes) {
+    const auto picture = HeicPicture::decode(bytes);
+    if (!picture)
+        return {};
+    return QImage(picture->rgba.data(), picture->width, picture->height, 4 * picture->width, QImage::Format_RGBA8888).copy();
 }
 
 void PictureCache::clear() { entries().clear(); }
@@ -70,12 +109,14 @@ QPixmap PictureCache::pixmap(const std::shared_ptr<NSImage> &image, std::optiona
     if (!image)
         return {};
     const QSize wanted(std::max(1, static_cast<int>(std::ceil(size.width * ratio))), std::max(1, static_cast<int>(std::ceil(size.height * ratio))));
-    const Key key{image.get(), pixelsOf(crop), wanted};
+    const Key key{image.get(), pixelsOf(crop), wanted, Theme::current().kind()};
     if (const Entry *entry = entries().object(key))
         return entry->pixmap;
     QImage picture = decode(*image, wanted, crop);
     if (picture.width() > wanted.width() && picture.height() > wanted.height())
         picture = picture.scaled(wanted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (Theme::current().kind() == ThemeKind::dark && isDarkMark(picture))
+        picture = lightened(picture);
     const QPixmap pixmap = QPixmap::fromImage(picture);
     entries().insert(key, new Entry{image, pixmap}, static_cast<int>(1 + picture.sizeInBytes() / 1024));
     return pixmap;

@@ -1,6 +1,7 @@
 // Decoded pictures for painting, the least used ones dropped first.
 //
 // Formats  what Qt reads (PNG, JPEG, GIF, SVG), upright; others through the decoder that the program installs.
+// Dark     dark grey icons turn light in a dark theme; photos and coloured pictures stay as they are.
 // Bad      bytes that cannot be decoded give a null pixmap, remembered like any other.
 // Threads  main.
 #pragma once
@@ -33,5 +34,8 @@ private:
     [[nodiscard]] QImage decode(const NSImage &image, QSize wanted, std::optional<NSRect> crop) const;
     Decoder decoder_;
 };
+
+// A decoder of HEIC pictures.
+[[nodiscard]] QImage heicImage(std::string_view bytes);
 
 }  // namespace host

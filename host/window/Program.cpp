@@ -13,9 +13,11 @@
 #include "HNManagerPlugin/contracts/RVFoundation/FatalParseFailure.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "device/OpenError.h"
+#include "host/services/HeicPicture.h"
 #include "host/window/Accessibility.h"
 #include "host/window/Categories.h"
 #include "host/window/Notices.h"
+#include "host/window/PictureCache.h"
 #include "host/window/QtLoopHost.h"
 #include "host/window/QtText.h"
 #include "host/window/Shell.h"
@@ -143,6 +145,7 @@ public:
         TextMeasurer::install(std::make_shared<QtTextMeasurer>());
         const QRect screen = QApplication::primaryScreen()->geometry();
         NSWindow::setScreenFrame({0, 0, double(screen.width()), double(screen.height())});
+        PictureCache::shared().setDecoder(heicImage);
         installAccessibility();
         presenter_ = QtPresenter::install();
         const auto tellOnMain = [](const QString &what) {

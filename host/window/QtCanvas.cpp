@@ -63,6 +63,9 @@ QList<QTextLayout::FormatRange> formatsOf(const NSAttributedString &text, const 
     return formats;
 }
 
+// Where a single line begins: in the middle of a place for one line, at the top of one for several.
+double topOf(double line, double place) { return place < 2 * line ? (place - line) / 2 : 0; }
+
 }  // namespace
 
 void QtCanvas::onSave() { painter_.save(); }
@@ -148,8 +151,7 @@ void QtCanvas::paintLine(const QString &text, const QRectF &rect, const TextStyl
     const Qt::Alignment side = sideOf(style.alignment);
     const double free = rect.width() - width;
     const double x = rect.x() + (side & Qt::AlignRight ? free : side & Qt::AlignHCenter ? free / 2 : 0);
-    // The first line of a higher area, the middle of a lower one.
-    const double top = rect.y() + std::min(0.0, (rect.height() - metrics.height()) / 2);
+    const double top = rect.y() + topOf(metrics.height(), rect.height());
     painter_.drawText(QPointF(x, top + metrics.ascent()), shown);
 }
 
@@ -175,7 +177,7 @@ void QtCanvas::paintParagraph(const QString &text, const std::shared_ptr<NSAttri
     painter_.save();
     if (height > rect.height() + kOverhang)
         painter_.setClipRect(rect.adjusted(0, 0, 0, kOverhang), Qt::IntersectClip);
-    const double top = layout.lineCount() == 1 ? std::min(0.0, (rect.height() - height) / 2) : 0;
+    const double top = layout.lineCount() == 1 ? topOf(height, rect.height()) : 0;
     layout.draw(&painter_, rect.topLeft() + QPointF(0, top));
     painter_.restore();
 }

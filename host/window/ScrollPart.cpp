@@ -57,6 +57,7 @@ std::unique_ptr<NativePart> ScrollPart::make(ViewSurface &surface, const std::sh
 ScrollPart::ScrollPart(ViewSurface &surface, const std::shared_ptr<NSScrollView> &view)
     : view_(view), vertical_(new QScrollBar(Qt::Vertical, &surface)), horizontal_(new QScrollBar(Qt::Horizontal, &surface)) {
     for (QScrollBar *bar : {vertical_, horizontal_}) {
+        bar->setLayoutDirection(Qt::LeftToRight);   // offsets count from the left, whatever the layout
         bar->setFocusPolicy(Qt::NoFocus);
         bar->setCursor(Qt::ArrowCursor);
         bar->setStyleSheet(styleSheet());
@@ -87,10 +88,12 @@ void ScrollPart::place(const QRectF &rect, const QRectF &visible) {
     const Travel down = travelOf(*view, true), along = travelOf(*view, false);
     follow(*vertical_, down);
     follow(*horizontal_, along);
-    // Beside the clip where the view left room, else over its edge.
+    // Beside the clip where the view left room, else over its edge; at the end of the line.
     const double border = view->isBordered() ? 1 : 0;
+    const bool isTurned = NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
+    const double left = isTurned ? rect.left() + border : rect.right() - border - kWidth;
     if (view->hasVerticalScroller() && down.range >= 1)
-        placeWidget(*vertical_, {rect.right() - border - kWidth, inner.top(), kWidth, inner.height()}, visible);
+        placeWidget(*vertical_, {left, inner.top(), kWidth, inner.height()}, visible);
     else
         vertical_->hide();
     if (view->hasHorizontalScroller() && along.range >= 1)

@@ -93,6 +93,7 @@ void Shell::makeWindow() {
             if (searchField().get() == &field)
                 field.sendAction();
         };
+        mirror.surface().escaped = [this](NSTextField &field) { return searchField().get() == &field && endSearch(); };
         mirror.surface().takesFiles = [this](const auto &view, const QStringList &) { return takesFiles(view); };
     };
     window_->makeKeyAndOrderFront();
@@ -220,8 +221,8 @@ void Shell::deviceWentAway() {
 
 // ---------------------------------------------------------------- what is on show
 
-std::shared_ptr<NSButton> Shell::buttonWithAction(std::string_view action) const {
-    return firstVisible<NSButton>(categoryView(), [action](NSButton &button) { return button.action() == action && button.isEnabled(); });
+std::shared_ptr<NSButton> Shell::buttonNamed(std::string_view identifier) const {
+    return firstVisible<NSButton>(categoryView(), [identifier](NSButton &button) { return button.identifier() == identifier && button.isEnabled(); });
 }
 
 std::shared_ptr<NSTextField> Shell::searchField() const {
@@ -237,8 +238,10 @@ std::shared_ptr<NSTableView> Shell::list() const {
     return firstVisible<NSTableView>(view, [](NSTableView &table) { return table.allowsMultipleSelection(); });
 }
 
-void Shell::press(std::string_view action) {
-    if (const auto button = buttonWithAction(action))
+void Shell::press(std::string_view identifier) {
+    if (NSApp()->modalWindow())   // the main window is out of reach
+        return;
+    if (const auto button = buttonNamed(identifier))
         button->performClick();
 }
 
@@ -246,6 +249,18 @@ void Shell::find() {
     const auto field = searchField();
     if (field && field->isEnabled() && !field->isHiddenOrHasHiddenAncestor())
         field->selectText();
+}
+
+// First what was searched for goes, then the keyboard returns to the list.
+bool Shell::endSearch() {
+    const auto field = searchField();
+    if (!field->stringValue().isEmpty()) {
+        field->setStringValue("");
+        field->sendAction();
+        return true;
+    }
+    const auto table = firstVisible<NSTableView>(categoryView(), [](NSTableView &) { return true; });
+    return table && window_->makeFirstResponder(table);
 }
 
 // As the key does in the list, so that its own rules hold.
@@ -259,14 +274,14 @@ void Shell::selectAll() {
 
 bool Shell::takesFiles(const std::shared_ptr<NSView> &view) const {
     const auto category = categoryView();
-    return view && category && !NSApp()->modalWindow() && view->isDescendantOf(*category) && buttonWithAction("onImportButton:");
+    return view && category && !NSApp()->modalWindow() && view->isDescendantOf(*category) && buttonNamed("ImportButton");
 }
 
 bool Shell::dropFiles(const std::shared_ptr<NSView> &view, const QStringList &files) {
     if (!takesFiles(view))
         return false;
     presenter_->answerNextPanel(files);
-    press("onImportButton:");
+    press("ImportButton");
     presenter_->forgetPanelAnswer();   // the flow may have been refused before it asked
     return true;
 }

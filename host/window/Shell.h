@@ -1,7 +1,7 @@
 // The program's own window: the plug-in's view, the menu bar, devices, drops, the notice when a device goes away.
 //
 // Categories  the shell knows none of them: it chooses by outer index and finds buttons, boxes and lists of whatever is on
-//             show by their actions and outlets.
+//             show by their identifiers and outlets.
 // Life        one per process; close() lets the plug-in go. Threads: main.
 #pragma once
 
@@ -48,12 +48,13 @@ public:
     [[nodiscard]] std::vector<std::string> recentDevices() const;
 
     // ------------------------------------------------------------ what is on show
-    // Where the category has a visible, enabled button with the action; null otherwise.
-    [[nodiscard]] std::shared_ptr<NSButton> buttonWithAction(std::string_view action) const;
+    // "RefreshButton", "DeleteButton", "ImportButton": the category's own names of its actions differ. Null where it has no
+    // such button that is visible and enabled.
+    [[nodiscard]] std::shared_ptr<NSButton> buttonNamed(std::string_view identifier) const;
     [[nodiscard]] std::shared_ptr<NSTextField> searchField() const;
     [[nodiscard]] std::shared_ptr<NSTableView> list() const;
     // Presses it; nothing where there is none.
-    void press(std::string_view action);
+    void press(std::string_view identifier);
     void find();
     void selectAll();
     // As a press on the import button whose panel is answered with the files. False where nothing takes them.
@@ -68,6 +69,7 @@ private:
     [[nodiscard]] std::shared_ptr<NSView> categoryView() const;
     [[nodiscard]] id categoryManager() const;
     void makeWindow();
+    bool endSearch();
     void showDevice();
     void rememberDevice(const std::filesystem::path &folder);
     void deviceWentAway();

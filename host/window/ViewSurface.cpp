@@ -31,7 +31,7 @@ constexpr double kWheelStep = 60;   // points a notch of the wheel scrolls
 
 // Upper left corner of a subview, seen from its superview's.
 QPointF cornerIn(const NSView &above, const NSView &view) {
-    const NSRect &frame = view.frame(), bounds = above.bounds();
+    const NSRect frame = view.placeInSuperview(), bounds = above.bounds();
     return {frame.minX() - bounds.minX(), above.isFlipped() ? frame.minY() - bounds.minY() : bounds.maxY() - frame.maxY()};
 }
 
@@ -236,7 +236,8 @@ bool ViewSurface::pressedOnComboArrow(const QPointF &point) {
     if (!combo || !combo->isEnabled())
         return false;
     const QRectF rect = rectOf(*combo);
-    if (combo->isEditable() && point.x() < rect.right() - kArrow)
+    const bool isTurned = NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
+    if (combo->isEditable() && (isTurned ? point.x() >= rect.left() + kArrow : point.x() < rect.right() - kArrow))
         return false;
     popUpComboList(*this, combo, rect);
     return true;

@@ -52,6 +52,8 @@ public:
     void sendKey(const QKeyEvent &event);
     // A person changed the text of a field, after the field's delegate was told.
     std::function<void(NSTextField &field)> typed;
+    // The Esc key in a field; true where it was more than the field's own command.
+    std::function<bool(NSTextField &field)> escaped;
     // Files dropped on a view; true where somebody took them.
     std::function<bool(const std::shared_ptr<NSView> &view, const QStringList &files)> filesDropped;
     // Asked while files hover: whether a drop there would do something.

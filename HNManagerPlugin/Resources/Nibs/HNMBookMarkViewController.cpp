@@ -24,7 +24,7 @@ std::shared_ptr<NSPopUpButton> addButton(Nib &nib, const std::shared_ptr<Bookmar
     made->setPullsDown(true);
     const auto entry = [&](const char *selector, Property<NSString> &title) {
         menuEntry(made->menu(), manager, selector, title);
-        title.observe([weak = std::weak_ptr(made)](const NSString &) { tell(weak, [](NSPopUpButton &b) { b.setNeedsDisplay(true); }); });
+        title.observe([weak = std::weak_ptr(made)](const NSString &) { tell(weak, [](NSPopUpButton &shown) { shown.invalidateIntrinsicContentSize(); }); });
     };
     entry("", manager->addTitle);
     entry("addFolderMenuClick:", manager->menu_addfolder);

@@ -119,6 +119,7 @@ std::shared_ptr<NSTableCellView> detailCell() {
     cell->setFrame({0, 0, kInfoWidth + 30, 60});
     auto type = label("DetailType", 12);
     type->setFrame({12, 8, kInfoWidth, 18});
+    type->setTextColor(NSColor::grayColor());
     auto info = label("DetailInfo");
     info->setFrame({12, 28, kInfoWidth, 26});
     info->setAutoresizingMask(NSViewHeightSizable);

@@ -151,7 +151,7 @@ std::shared_ptr<NSView> exportButton(Nib &nib, const std::shared_ptr<MessageMana
     const auto button = nib.make<NSPopUpButton>(NSRect(0, 0, 110, 28));
     button->setIdentifier("ExportButton");
     button->setPullsDown(true);
-    menuEntry(button->menu(), manager, "", manager->exportTitle);
+    menuEntry(button->menu(), manager, "", manager->exportTitle)->hidden = true;   // what the button itself shows
     menuEntry(button->menu(), manager, "exportMessage:", manager->menuCSVstr);
     menuEntry(button->menu(), manager, "exportMessage2HTML:", manager->menuHtmlstr);
     manager->exportTitle.observe([weak = std::weak_ptr(button)](const NSString &) {

@@ -20,9 +20,9 @@ void place(const std::shared_ptr<NSView> &root, const std::shared_ptr<NSView> &v
         if (points)
             view->addConstraint(NSLayoutConstraint::tie(view, attribute, nullptr, A::notAnAttribute, *points));
     };
-    edge(A::left, placing.left, 1);
+    edge(A::leading, placing.left, 1);
     edge(A::top, placing.top, 1);
-    edge(A::right, placing.right, -1);
+    edge(A::trailing, placing.right, -1);
     edge(A::bottom, placing.bottom, -1);
     size(A::width, placing.width);
     size(A::height, placing.height);

@@ -24,6 +24,7 @@ inline constexpr double kList = kHeight - kTopBar - kBottomBar;   // what is lef
 using Manager = std::shared_ptr<HNMbaseViewManager>;
 
 // Distances from the edges of `root` and sizes of the view's own; what is absent follows from the others.
+// Left and right change places in a layout from right to left.
 struct Placing {
     std::optional<double> left = {}, top = {}, right = {}, bottom = {}, width = {}, height = {};
 };
