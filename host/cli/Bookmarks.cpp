@@ -1,8 +1,7 @@
 // bookmarks list, add, folder, edit, rename, move, delete, export.
-#include <filesystem>
-
 #include "host/cli/BookmarkText.h"
 #include "host/cli/Commands.h"
+#include "host/cli/Result.h"
 #include "toolkit/views/NSMenu.h"
 #include "toolkit/views/SetAsideFile.h"
 
@@ -43,17 +42,7 @@ using Texts = std::map<std::string, NSString>;
 Status save(Context &context, BookmarkCategory &category, const char *selector, Texts texts) {
     context.presenter().fillIn(std::move(texts));
     category.perform(selector);
-    const OperationCounts counts = context.counts();
-    const bool isSaved = counts.succeeded > 0 && counts.failed == 0;
-    if (context.options().json)
-        context.console().document({{"saved", isSaved}});
-    if (counts.reason && !isSaved) {
-        context.console().message(counts.reason->text);
-        return statusOf(counts.reason->kind);
-    }
-    if (counts.asked == 0)
-        context.console().message(isInterrupted() ? "cancelled" : "nothing was saved: a text is missing");
-    return isSaved ? kDone : isInterrupted() ? kCancelled : kFailed;
+    return endSaved(context, "nothing was saved: a text is missing");
 }
 
 // Where a command adds: in these folders and beside these bookmarks, at the top level without one.
@@ -73,21 +62,10 @@ Status change(Context &context, const std::string &key, Kind kind, const char *s
 
 // ---------------------------------------------------------------- several items
 
-Status tellCounts(Context &context, const char *failedVerb) {
-    const OperationCounts counts = context.counts();
-    const NSString text = context.presenter().text();
-    if (context.options().json)
-        context.console().document({{"succeeded", counts.succeeded}, {"failed", counts.failed}, {"text", toJson(text)}});
-    else if (!text.isEmpty())
-        context.console().line(linesForPeople(text));
-    if (counts.failed > 0 || counts.reason)
-        context.console().message(std::to_string(counts.failed) + " of " + std::to_string(counts.asked) + " could not be " + failedVerb +
-                                  (counts.reason ? ": " + counts.reason->text : ""));
-    if (isInterrupted() && counts.undone() > 0)
-        return kCancelled;
-    if (counts.reason && counts.succeeded == 0)
-        return statusOf(counts.reason->kind);
-    return counts.asked == 0 || counts.failed > 0 || counts.undone() > 0 ? (isInterrupted() ? kCancelled : kFailed) : kDone;
+// Where the device was not asked, a question was answered with no.
+Status endOfMany(Context &context, const char *failedVerb) {
+    const Status status = endCounted(context, "", failedVerb);
+    return status == kDone && context.counts().asked == 0 ? endedByAnswers(context).value_or(kFailed) : status;
 }
 
 Status move(Context &context, const std::vector<std::string> &keys, const std::string &target) {
@@ -99,7 +77,7 @@ Status move(Context &context, const std::vector<std::string> &keys, const std::s
     const auto entry = make<NSMenuItem>(NSString(), "moveBookMarksToFolder:");
     entry->representedObject = Value(folder);
     category.perform("moveBookMarksToFolder:", Value(entry));
-    return tellCounts(context, "moved");
+    return endOfMany(context, "moved");
 }
 
 Status remove(Context &context, const std::vector<std::string> &keys) {
@@ -107,29 +85,26 @@ Status remove(Context &context, const std::vector<std::string> &keys) {
     refuseCloud(category);
     category.select(category.nodesOf(keys, Kind::any));
     category.perform("onDeleteButton:");
-    return tellCounts(context, "deleted");
+    return endOfMany(context, "deleted");
 }
 
 // ---------------------------------------------------------------- export
 
 Status exportTo(Context &context, const std::string &file) {
-    namespace fs = std::filesystem;
-    const fs::path path = fs::absolute(file).lexically_normal();
-    if (fs::exists(fs::symlink_status(path)) && (fs::is_directory(path) || !context.options().replace))
-        throw CommandError(kFailed, path.string() + ": exists already" + (fs::is_directory(path) ? "" : "; --replace replaces it"));
+    const std::filesystem::path path = exportTarget(context, file);
+    if (!NSString(path.string()).pathExtension().isEqualIgnoringCase("html"))
+        throw CommandError(kFailed, path.string() + ": is not .html");
     BookmarkCategory category(context);
     refuseCloud(category);
     context.presenter().saveTo(NSString(path.string()), context.options().replace);
     const std::int64_t all = category.triple().viewModel->valueForKey("allLeafNodeCount").integerValue();
     category.perform("onExportButton:");
-    const bool isWritten = SetAsideFile::settleAll() && !context.presenter().refused() && !context.presenter().text().isNil();
+    const bool isWritten = SetAsideFile::settleAll() && category.triple().viewModel->valueForKey("isFileWhole").boolValue();
+    if (!isWritten && !context.presenter().refused())
+        context.console().message(path.string() + ": could not be written");
     const std::int64_t count = isWritten ? all - category.triple().viewModel->valueForKey("numberCouldExport").integerValue() : 0;
-    const NSString text = context.presenter().text();
-    if (context.options().json)
-        context.console().document({{"count", count}, {"text", toJson(text)}});
-    else if (!text.isEmpty())
-        context.console().line(linesForPeople(text));
-    return isWritten ? kDone : kFailed;
+    printResult(context, {{"count", count}, {"text", toJson(context.presenter().text())}});
+    return isWritten ? kDone : isInterrupted() ? kCancelled : kFailed;
 }
 
 // ---------------------------------------------------------------- the words
