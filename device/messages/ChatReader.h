@@ -1,7 +1,8 @@
 // Reads the chats out of a message database of any version from iOS 6 on, one after the other.
 //
 // Order    chats by row; messages of a chat by date, then row; of one message its attachments by row, then its text.
-// Memory   one chat at a time, and besides it the joins of messages and attachments and the handles.
+// Memory   one chat at a time, and besides it the joins of messages and attachments, the handles, and up to 64 MiB of the
+//          database's pages.
 // Damage   a row that cannot be read is left out and noted, the rest goes on.
 // Absent   a missing column reads as NULL, a missing table of attachments, handles or joins as empty.
 // Errors   AccessError where there are no tables of chats and messages, sqlite::Error.
