@@ -86,7 +86,8 @@ void CardProperty::addParameter(std::string_view text) {
     std::string name = equals == std::string_view::npos ? "" : upper(trimmed(text.substr(0, equals)));
     if (name.empty())
         name = isEncoding(upper(word)) ? "ENCODING" : "TYPE";
-    if (!word.empty())
+    constexpr std::size_t kMostParameters = 256;   // no program needs as many
+    if (!word.empty() && parameters_.size() < kMostParameters)
         parameters_.push_back({std::move(name), std::string(word)});
 }
 
@@ -140,6 +141,7 @@ std::string CardProperty::text(const Decode &decode) const { return unescaped(de
 // quoted-printable the separators stand plain, and one that is encoded belongs to the text.
 std::vector<std::string> CardProperty::parts(char separator, const Decode &decode) const {
     const std::string whole = isQuotedPrintable() ? std::string(value) : decoded(value, decode);
+    constexpr std::size_t kMostParts = 64;   // the last one holds what is left
     std::vector<std::string> parts;
     std::size_t from = 0;
     const auto add = [&](std::size_t end) {
@@ -150,7 +152,7 @@ std::vector<std::string> CardProperty::parts(char separator, const Decode &decod
     for (std::size_t at = 0; at < whole.size(); ++at) {
         if (whole[at] == '\\')
             ++at;
-        else if (whole[at] == separator)
+        else if (whole[at] == separator && parts.size() + 1 < kMostParts)
             add(at);
     }
     add(std::max(whole.size(), from));

@@ -300,8 +300,8 @@ void CardReader::end(const Visit &visit) {
 void CardReader::readLine() {
     const auto property = CardProperty::parse(lines_.line());
     if (!property) {
-        leave("line " + std::to_string(lines_.number()) + ", which is no property,", lines_.line());
-        contact_.notCarried.back() = unicode::sanitized(contact_.notCarried.back());
+        const std::string what = leftBehind("line " + std::to_string(lines_.number()) + ", which is no property,", lines_.line());
+        contact_.leave(unicode::sanitized(what));
         return;
     }
     dispatch(*property);

@@ -64,7 +64,7 @@ private:
     void settleLabels();
     void settleNames();
     void settlePlaces();
-    void leave(const std::string &what, std::string_view text) { contact_.notCarried.push_back(leftBehind(what, text)); }
+    void leave(const std::string &what, std::string_view text) { contact_.leave(leftBehind(what, text)); }
     void note(const std::string &what);
     void tellCounted();
 

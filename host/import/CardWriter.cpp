@@ -50,11 +50,15 @@ public:
             appendBase64(to_, c_.picture);
             to_ += '\n';
         }
-        line("END:VCARD");
+        to_.append("END:VCARD\n");
     }
 
 private:
-    void line(std::string_view text) { to_.append(text).append("\n"); }
+    // A label that ends with "END" before a number that begins with "VCARD" would end the card; a label may hold a CR.
+    void line(std::string text) {
+        replaceAll(text, "END:VCARD", "EN\rD:VCARD");
+        to_.append(text).append("\n");
+    }
 
     // One line, without the characters that end a field; `what` names the field where something had to change.
     std::string part(const std::string &text, std::string_view ends, std::string_view what) {
@@ -71,9 +75,9 @@ private:
             isChanged = isChanged || substitute;
         }
         if (isChanged)
-            c_.notCarried.push_back("the signs " + std::string(ends) + " in " + leftBehind(what, text) + ", written full-width");
+            c_.leave("the signs " + std::string(ends) + " in " + leftBehind(what, text) + ", written full-width");
         if (text.find('\n') != std::string::npos)
-            c_.notCarried.push_back("the line breaks in " + leftBehind(what, text) + ", now commas");
+            c_.leave("the line breaks in " + leftBehind(what, text) + ", now commas");
         return out;
     }
     std::string label(const std::string &label) { return label.empty() ? "other" : part(label, ":;=", "label"); }
@@ -85,7 +89,7 @@ private:
         text("X-PHONETIC-FIRST-NAME:", c_.firstNameYomi);
         text("X-PHONETIC-LAST-NAME:", c_.lastNameYomi);
         if (!c_.middleNameYomi.empty())
-            c_.notCarried.push_back(leftBehind("phonetic middle name", c_.middleNameYomi));
+            c_.leave(leftBehind("phonetic middle name", c_.middleNameYomi));
         text("NICKNAME:", c_.nickname);
     }
 
@@ -115,7 +119,7 @@ private:
     void messengers() {
         for (const Messenger &im : c_.messengers) {
             if (!im.label.empty() && im.label != "other")
-                c_.notCarried.push_back("the label \"" + im.label + "\" of " + leftBehind(im.service, im.user));
+                c_.leave("the label \"" + im.label + "\" of " + leftBehind(im.service, im.user));
             line("IMPP;X-SERVICE-TYPE=" + hidden(part(im.service, ":;", "service")) + ";TYPE=other:x-apple:" + hidden(part(im.user, ":", "messenger")));
         }
     }
@@ -166,7 +170,7 @@ private:
         for (const char c : c_.notes)
             out.append(c == '\n' ? "\\n" : c == '\\' ? "\\\\" : c == '\r' ? "" : std::string_view(&c, 1));
         if (out.find("&^HJ") != std::string::npos)
-            c_.notCarried.push_back("the signs &^HJ in the note, now a backslash");
+            c_.leave("the signs &^HJ in the note, now a backslash");
         return hidden(std::move(out));
     }
 

@@ -65,7 +65,7 @@ constexpr Pairs kPairs[] = {   // the first of equals wins: kana and hangul say 
      [](unsigned char l, unsigned char) { return isBetween(l, 0xB0, 0xC8); }, none},
     {"GB18030",
      [](unsigned char l, unsigned char t) { return isBetween(l, 0x81, 0xFE) && isBetween(t, 0x40, 0xFE) && t != 0x7F; },
-     [](unsigned char l, unsigned char t) { return isBetween(l, 0xB0, 0xF7) && t >= 0xA1; }, none},
+     [](unsigned char l, unsigned char t) { return isBetween(l, 0xB0, 0xD7) && t >= 0xA1; }, none},
     {"CP950",
      [](unsigned char l, unsigned char t) {
          return isBetween(l, 0xA1, 0xF9) && (isBetween(t, 0x40, 0x7E) || isBetween(t, 0xA1, 0xFE));
@@ -98,7 +98,20 @@ Fit fitOf(std::string_view bytes, const Pairs &kind) {
     return fit;
 }
 
+// Letters of one byte stand in the upper quarter; pairs have many bytes below it.
+bool areAllLetters(std::string_view bytes) {
+    std::size_t high = 0, low = 0;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        high += byte >= 0x80 ? 1 : 0;
+        low += isBetween(byte, 0x81, 0xBF) ? 1 : 0;
+    }
+    return low * 10 < high;
+}
+
 std::optional<std::string> doubleByteCharset(std::string_view bytes) {
+    if (areAllLetters(bytes))
+        return std::nullopt;
     const char *best = nullptr;
     double bestShare = 0.6;   // less is no evidence
     for (const Pairs &kind : kPairs) {
@@ -147,16 +160,19 @@ std::optional<std::string> otherAlphabet(std::string_view bytes) {
     return std::string(best->charset);
 }
 
-// Signs of Windows-1252 inside words are letters of central Europe.
+// Signs of Windows-1252, or none of its characters at all, within words: letters of central Europe. "¿" and "£" begin words,
+// "m³" and the like are short.
 bool isCentralEuropean(std::string_view bytes) {
-    constexpr std::string_view kLetters = "\xA3\xA5\xAF\xB3\xB9\xBC\xBE\xBF\x8C\x8D\x8F\x9C\x9D\x9F";
-    std::size_t found = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        found += kLetters.find(bytes[i]) != std::string_view::npos &&
-                         (isLetter(at(bytes, i + 1)) || (i > 0 && isLetter(at(bytes, i - 1)) && at(bytes, i + 1) >= 0x80))
-                     ? 1
-                     : 0;
-    return found > 0;
+    constexpr std::string_view kLetters = "\xA3\xA5\xAF\xB3\xB9\xBC\xBE\xBF\x8D\x8F\x9D";
+    std::size_t lettersBefore = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const unsigned char byte = at(bytes, i), behind = at(bytes, i + 1);
+        const bool goesOn = isLetter(behind) || behind >= 0xC0;
+        if (kLetters.find(bytes[i]) != std::string_view::npos && (byte == 0xBF ? lettersBefore > 0 && goesOn : goesOn || lettersBefore > 2))
+            return true;
+        lettersBefore = isLetter(byte) || byte >= 0xC0 ? lettersBefore + 1 : 0;
+    }
+    return false;
 }
 
 }  // namespace

@@ -21,6 +21,14 @@ bool ForeignContact::isEmpty() const {
            urls.empty() && dates.empty() && relatedNames.empty() && addresses.empty() && messengers.empty() && picture.empty();
 }
 
+void ForeignContact::leave(std::string what) {
+    constexpr std::size_t kMost = 100;
+    if (notCarried.size() < kMost)
+        notCarried.push_back(std::move(what));
+    else
+        ++alsoNotCarried;
+}
+
 std::string ForeignContact::title() const {
     std::string name = joined({firstName, middleName, lastName}, " ");
     if (!name.empty())

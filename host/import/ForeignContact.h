@@ -35,7 +35,10 @@ struct ForeignContact {
 
     std::int64_t line = 0;     // where it begins in the file, from 1
     std::int64_t number = 0;   // among the contacts of the file, from 1
-    std::vector<std::string> notCarried;   // for people: what is left behind, each with its text
+    // For people: what is left behind, each with its text. A hostile card has a million of them: the rest is counted.
+    std::vector<std::string> notCarried;
+    std::int64_t alsoNotCarried = 0;
+    void leave(std::string what);
 
     [[nodiscard]] bool isEmpty() const;
     // For people: the name, else the company or the first text by which a person knows it; may be empty.

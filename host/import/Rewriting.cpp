@@ -53,12 +53,11 @@ std::string tableOf(const TableReader &reader) {
 void tellLeftBehind(const char *kind, const ForeignContact &contact, const TellLine &tell) {
     if (contact.notCarried.empty())
         return;
-    constexpr std::size_t kMost = 100;   // a hostile card has a million lines
     std::string text = named(kind, contact) + " leaves behind: ";
-    for (std::size_t i = 0; i < contact.notCarried.size() && i < kMost; ++i)
+    for (std::size_t i = 0; i < contact.notCarried.size(); ++i)
         text.append(i == 0 ? "" : "; ").append(contact.notCarried[i]);
-    if (contact.notCarried.size() > kMost)
-        text += "; and " + std::to_string(contact.notCarried.size() - kMost) + " more";
+    if (contact.alsoNotCarried > 0)
+        text += "; and " + std::to_string(contact.alsoNotCarried) + " more";
     tell(contact.line, text);
 }
 

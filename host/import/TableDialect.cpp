@@ -156,7 +156,13 @@ bool areRowsRead(std::string_view bytes, const std::vector<Kind> &kinds) {
 
 }  // namespace
 
-bool hasDialectHeadings(std::string_view bytes) { return !kindsOf(headingLine(bytes)).empty(); }
+bool hasDialectHeadings(std::string_view bytes) {
+    const std::string_view line = headingLine(bytes);
+    const std::vector<Kind> kinds = kindsOf(line);
+    const auto ignored = std::ranges::count(kinds, Kind::ignored);
+    const bool hasEnd = line.ends_with(",End of Row"), hasFront = line.starts_with("Row,Row 2,");
+    return !kinds.empty() && ignored == (hasEnd ? 1 : 0) + (hasFront ? 2 : 0);
+}
 
 bool isTableDialect(std::string_view bytes) {
     const std::string_view line = headingLine(bytes);

@@ -9,7 +9,8 @@
 
 namespace host::foreign {
 
-// Each heading is one that the readers know, with a group's columns in their order, or stands outside all groups.
+// Each heading is one that the readers know, with a group's columns in their order; only the writers' own fillers stand beside
+// them. Such a table has the dialect's escapes.
 [[nodiscard]] bool hasDialectHeadings(std::string_view bytes);
 [[nodiscard]] bool isTableDialect(std::string_view bytes);
 

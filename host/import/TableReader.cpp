@@ -161,7 +161,7 @@ void TableReader::read(const Visit &visit) {
 void TableReader::takeCell(Row &row, std::size_t index, std::string_view cell) {
     std::string value = text(cell);
     if (index >= columns_.size()) {
-        row.contact.notCarried.push_back(leftBehind("a cell beyond the headings", value));
+        row.contact.leave(leftBehind("a cell beyond the headings", value));
         return;
     }
     ++filled_[index];
@@ -175,7 +175,7 @@ void TableReader::takeCell(Row &row, std::size_t index, std::string_view cell) {
     else if (column.role == Role::service)
         group.service = std::move(value);
     else if (column.kind == Kind::unknown)
-        row.contact.notCarried.push_back(leftBehind(column.heading, value));
+        row.contact.leave(leftBehind(column.heading, value));
     else if (column.kind != Kind::address)
         group.values = std::move(value);
     else {
@@ -198,7 +198,7 @@ void TableReader::takeText(Row &row, const Column &column, std::string value) {
     else if (column.field == Column::Field::notes)
         text += "\n" + value;
     else if (text != value)
-        row.contact.notCarried.push_back(leftBehind(column.heading, value));
+        row.contact.leave(leftBehind(column.heading, value));
 }
 
 void TableReader::takeAlone(Row &row, const Column &column, const std::string &value) {
@@ -223,7 +223,7 @@ void TableReader::takeAlone(Row &row, const Column &column, const std::string &v
     case Kind::messenger: c.messengers.push_back({column.label, column.service.empty() ? "IM" : column.service, oneLine(value)}); return;
     case Kind::address:
     case Kind::bookkeeping: return;
-    case Kind::unknown: c.notCarried.push_back(leftBehind(column.heading.empty() ? "a cell without heading" : column.heading, value)); return;
+    case Kind::unknown: c.leave(leftBehind(column.heading.empty() ? "a cell without heading" : column.heading, value)); return;
     }
 }
 
@@ -266,13 +266,13 @@ void TableReader::finish(Row &row) {
         if (c.birthday.empty())
             c.birthday = date;
         else if (c.birthday != date)
-            c.notCarried.push_back(leftBehind("birthday in parts", date));
+            c.leave(leftBehind("birthday in parts", date));
     }
     const std::string name = joined({c.nameTitle, c.firstName, c.middleName, c.lastName, c.nameSuffix}, " ");
     if (joined({c.firstName, c.middleName, c.lastName}, "").empty() && row.fullName != c.company)
         c.firstName = row.fullName;
     else if (!tellsNothingNew(row.fullName, joined({name, c.nickname, c.company, c.department}, " ")))
-        c.notCarried.push_back(leftBehind("full name", row.fullName));
+        c.leave(leftBehind("full name", row.fullName));
 }
 
 }  // namespace host::foreign

@@ -96,7 +96,7 @@ public:
             c == '"' ? to_.append("＂") : to_.append(c == '\\' ? 2 : 1, c);
         to_.append(isQuoted ? "\"," : ",");
         if (line.find('"') != std::string::npos)
-            contact_.notCarried.push_back("the quotes in " + leftBehind("", text) + ", now full-width");
+            contact_.leave("the quotes in " + leftBehind("", text) + ", now full-width");
     }
 
     // A type is read as it stands, with everything that other cells are cleaned of.
@@ -106,7 +106,7 @@ public:
             to_.append(c == ',' ? "，" : c == '"' ? "＂" : c == '\\' ? "＼" : std::string_view(&c, 1));
         to_ += ',';
         if (line.find_first_of(",\"\\") != std::string::npos)
-            contact_.notCarried.push_back("the signs in the label" + leftBehind("", text) + ", now full-width");
+            contact_.leave("the signs in the label" + leftBehind("", text) + ", now full-width");
     }
 
 private:
@@ -120,13 +120,13 @@ private:
             at += std::max<std::size_t>(length, 1);
         }
         if (isChanged && tells)
-            contact_.notCarried.push_back("the line breaks in" + leftBehind("", text) + ", now commas");
+            contact_.leave("the line breaks in" + leftBehind("", text) + ", now commas");
         return out;
     }
     void noteMarks(const std::string &text) {
         for (const std::string_view mark : kMarks)
             if (text.find(mark) != std::string::npos)
-                contact_.notCarried.push_back("the signs " + std::string(mark) + ", now " + (mark == kMarks[0] ? "a backslash" : "a comma"));
+                contact_.leave("the signs " + std::string(mark) + ", now " + (mark == kMarks[0] ? "a backslash" : "a comma"));
     }
 
     std::string &to_;
