@@ -178,9 +178,10 @@ Status importHandedOver(Context &context, ContactCategory &category, const Impor
     const bool isExplained = context.counts().asked > 0 || context.presenter().refused();
     if (!isExplained && !tellsWhyNothing(context, file, category.triple().viewModel, handed))
         context.console().message(file.path().string() + ": holds nothing to import");
+    const bool hasAsked = context.counts().asked > 0;
     const Status status = tellCounts(context, "imported");
-    tellRepeats(context, category, before);
-    return context.counts().asked == 0 ? (isInterrupted() ? kCancelled : kFailed) : status;
+    tellRepeats(context, category, before);   // runs on, so the counts are another's from here
+    return hasAsked ? status : isInterrupted() ? kCancelled : kFailed;
 }
 
 // A rewritten file without a contact is not handed over: there is no such card file.
@@ -225,6 +226,12 @@ struct FileKind {
 };
 constexpr FileKind kExports[] = {{"vcf", "exportTovCardFile:"}, {"csv", "exportToCSVFile:"}};
 
+void removeEmptyFile(const std::filesystem::path &path) {
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(std::filesystem::symlink_status(path, ignored)) && std::filesystem::file_size(path, ignored) == 0)
+        std::filesystem::remove(path, ignored);
+}
+
 Status exportTo(Context &context, const std::string &file, const Selection &selection) {
     namespace fs = std::filesystem;
     const fs::path path = fs::absolute(file).lexically_normal();
@@ -238,12 +245,17 @@ Status exportTo(Context &context, const std::string &file, const Selection &sele
     if (category.tellsOfCloud(context.console()))
         return kFailed;
     selection.apply(category);
+    const bool isNew = !fs::exists(fs::symlink_status(path)), hasRows = !category.rows().empty();
     context.presenter().saveTo(NSString(path.string()), context.options().replace);
     context.run([&] { category.triple().viewManager->perform(kind->selector, {Value()}); });
     const OperationCounts counts = context.counts();
-    if (counts.failed > 0)   // what the flow left there is an empty file: the old one comes back
+    // What the flow then left there is an empty file: the old one comes back, a new name stays free.
+    const bool hasFailed = counts.failed > 0 || (hasRows && counts.asked == 0);
+    if (hasFailed)
         SetAsideFile::failed(NSString(path.string()));
-    const bool isWritten = SetAsideFile::settleAll() && !context.presenter().refused() && counts.failed == 0;
+    const bool isWritten = SetAsideFile::settleAll() && !context.presenter().refused() && !hasFailed;
+    if (hasFailed && isNew)
+        removeEmptyFile(path);
     const NSString text = context.presenter().text();
     if (context.options().json)
         context.console().document({{"count", counts.succeeded}, {"text", toJson(text)}});
