@@ -125,7 +125,10 @@ std::optional<fs::path> BackupFolder::find(const DevicePath &path) const {
     {
         const std::lock_guard hold(guard_);
         try {
-            if (!manifest_->prepare("SELECT 1 FROM Files WHERE fileID = ?").bind(1, id).step())
+            if (!find_)   // kept: messages ask for their attachments by the hundred thousand
+                find_ = manifest_->prepare("SELECT 1 FROM Files WHERE fileID = ?");
+            find_.reset();
+            if (!find_.bind(1, id).step())
                 return std::nullopt;
         } catch (const sqlite::Error &) {
             return std::nullopt;

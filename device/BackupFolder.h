@@ -39,8 +39,9 @@ private:
     [[noreturn]] void refuse() const;
 
     std::filesystem::path root_;
-    mutable std::mutex guard_;   // of the manifest's connection
+    mutable std::mutex guard_;   // of the manifest's connection and its statement
     mutable std::optional<sqlite::Database> manifest_;
+    mutable sqlite::Statement find_;
 };
 
 }  // namespace device

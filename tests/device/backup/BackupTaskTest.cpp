@@ -397,6 +397,35 @@ TEST_F(BackupTaskTest, aParseOfNothingTellsTheReasonAndIsOver) {
     EXPECT_NE(reasons.find("nowhere"), std::string::npos);
 }
 
+TEST_F(BackupTaskTest, aBackupThatLacksFilesIsParsedAsFarAsItGoes) {
+    const TestBackup backup(image.folder() / "poor");
+    backup.add("HomeDomain", "Library/SMS/sms.db", readFile(image.database()));
+    backup.add("MediaDomain", "Library/SMS/Attachments/ab/pic's; x.jpg", "jpeg");
+    fs::remove(*BackupFolder(backup.path()).find({"MediaDomain", "Library/SMS/Attachments/ab/pic's; x.jpg"}));
+    parse(backup.path());
+    world.settle();
+    ASSERT_EQ(listener->chats.size(), 2u);
+    EXPECT_TRUE(listener->chats[0]->content[0].isNil());
+    EXPECT_EQ(listener->chats[0]->attachmentFileName[0], NSString("pic_s; x.jpg"));
+    EXPECT_EQ(reasons, "");
+
+    fs::remove(backup.path() / "3d/3d0d7e5fb2ce288813306e4d4636395e047a3d28");
+    parse(backup.path());
+    world.settle();
+    write(backup.path() / "3d/3d0d7e5fb2ce288813306e4d4636395e047a3d28", readFile(image.database()).substr(0, 5000));
+    parse(backup.path());
+    world.settle();
+    EXPECT_NE(reasons, "");
+    EXPECT_EQ(listener->chats.size(), 2u);
+    write(backup.path() / "Manifest.db", "no database");
+    const std::string before = pictureOf(backup.path());
+    parse(backup.path());
+    world.settle();
+    EXPECT_TRUE(listener->said.ends_with("all over\nall over\n")) << listener->said;
+    EXPECT_NE(reasons.find("Manifest.db"), std::string::npos) << reasons;
+    EXPECT_EQ(pictureOf(backup.path()), before);
+}
+
 TEST_F(BackupTaskTest, clearingEndsTheParseBefore) {
     listener->atOver = [this] {
         parse(image.path());
