@@ -3,6 +3,7 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include "host/window/ForeignFiles.h"
 #include "host/window/QtText.h"
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/views/NSSavePanel.h"
@@ -14,14 +15,17 @@ namespace {
 // "All of them (*.csv *.vcf)", both cases, since names from phones have either.
 QStringList filtersOf(const NSSavePanel &panel) {
     QStringList patterns;
-    for (const NSString &type : panel.allowedFileTypes) {
+    std::vector<NSString> types = panel.allowedFileTypes;
+    if (const NSString extra = extraFileType(panel); !extra.isNil())
+        types.push_back(extra);
+    for (const NSString &type : types) {
         const QString plain = qtString(type);
         patterns << QStringLiteral("*.") + plain.toLower() << QStringLiteral("*.") + plain.toUpper();
     }
     if (patterns.isEmpty())
         return {QObject::tr("All files") + QStringLiteral(" (*)")};
     QStringList names;
-    for (const NSString &type : panel.allowedFileTypes)
+    for (const NSString &type : types)
         names << qtString(type);
     return {names.join(QStringLiteral(", ")) + QStringLiteral(" (") + patterns.join(u' ') + QStringLiteral(")")};
 }
@@ -68,6 +72,9 @@ void PanelMirror::done(int result) {
     std::vector<NSString> paths;
     for (const QString &file : selectedFiles())
         paths.push_back(toolkitString(file));
+    paths = handedOver(*panel, paths, this);
+    if (paths.empty())
+        return;   // told; another file may do
     // A save dialog has asked about an existing file itself before it comes here.
     if (panel->choose(paths, isSave_))
         return QFileDialog::done(result);

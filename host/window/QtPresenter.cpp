@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCursor>
 
+#include "host/window/ForeignFiles.h"
 #include "host/window/PopUpMenu.h"
 #include "host/window/QtText.h"
 #include "host/window/ViewSurface.h"
@@ -120,10 +121,11 @@ void QtPresenter::panelDidOpen(NSSavePanel &panel) {
     const auto held = std::static_pointer_cast<NSSavePanel>(panel.shared_from_this());
     if (const auto files = std::exchange(panelAnswer_, std::nullopt)) {
         // Never inside this call: the run has not begun yet.
-        dispatch::async(dispatch::main(), [held, files = *files] {
+        dispatch::async(dispatch::main(), [held, files = *files, owner = QPointer<QWidget>(topWidget())] {
             std::vector<NSString> paths;
             for (const QString &file : files)
                 paths.push_back(toolkitString(file));
+            paths = handedOver(*held, paths, owner);
             if (paths.empty() || !held->choose(paths))
                 held->cancel();
         });
