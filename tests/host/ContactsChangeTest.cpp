@@ -67,6 +67,20 @@ TEST(ContactsExportTarget, thatExistsIsKeptUnlessToldOtherwise) {
     EXPECT_FALSE(std::filesystem::exists(program.home() / "new.vcf"));   // one KEY without a row: nothing is made
 }
 
+TEST_P(ContactsExport, thatFailsLeavesTheOldFileOrNone) {
+    const Program program;
+    EXPECT_EQ(program.run({"device", "sample", "image"}).status, 0);
+    const std::vector<std::string> smallDisk{"env", "--ignore-signal=XFSZ", "prlimit", "--fsize=4096"};
+    const std::string fresh = std::string("new.") + GetParam(), kept = program.file(std::string("kept.") + GetParam(), "mine");
+    const Outcome full = program.run({"--device", "image", "contacts", "export", fresh, "--all"}, smallDisk);
+    EXPECT_EQ(full.status, 1);
+    EXPECT_NE(full.err.find("not written"), std::string::npos) << full.err;
+    EXPECT_FALSE(std::filesystem::exists(program.home() / fresh));
+    EXPECT_EQ(program.run({"--device", "image", "--replace", "contacts", "export", kept, "--all"}, smallDisk).status, 1);
+    EXPECT_EQ(testhost::readFile(kept), "mine");
+    EXPECT_EQ(program.run({"--device", "image", "contacts", "export", "nowhere/" + fresh, "--all"}).status, 1);
+}
+
 TEST(ContactsMerge, makesOneOfATwinAndAsksFirst) {
     const Program program;
     const std::string image = imageWithTwins(program);
