@@ -17,13 +17,13 @@ constexpr ButtonPlace kExport{"ExportButton", &HNMbaseViewManager::exportTitle, 
 constexpr ButtonPlace kDelete{"DeleteButton", &HNMbaseViewManager::deleteTitle, "onDeleteButton:"};
 constexpr ButtonPlace kRefresh{"RefreshButton", &HNMbaseViewManager::refreshTitle, "onRefreshButton:"};
 
-// Its first entry is what it shows itself.
+// Its first entry is what it shows itself, and stands in no list.
 std::shared_ptr<NSPopUpButton> addButton(Nib &nib, const std::shared_ptr<BookmarkManager> &manager) {
     auto made = nib.make<NSPopUpButton>(NSRect(0, 0, 110, 28));
     made->setIdentifier("AddButton");
     made->setPullsDown(true);
     const auto entry = [&](const char *selector, Property<NSString> &title) {
-        menuEntry(made->menu(), manager, selector, title);
+        menuEntry(made->menu(), manager, selector, title)->hidden = made->numberOfItems() == 1;
         title.observe([weak = std::weak_ptr(made)](const NSString &) { tell(weak, [](NSPopUpButton &shown) { shown.invalidateIntrinsicContentSize(); }); });
     };
     entry("", manager->addTitle);
