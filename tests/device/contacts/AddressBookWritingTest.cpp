@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <csignal>
 
 #include "device/BackupFolder.h"
+#include "tests/device/HardEnds.h"
 #include "tests/device/TestDevice.h"
 
 using namespace testdevice;
@@ -284,39 +282,6 @@ TEST(AddressBookWriting, aSecondWriterIsRefusedAndAReaderIsNot) {
 
 // ---------------------------------------------------------------- hard ends
 
-// The n-th call to the disk that changes something ends the process.
-class DeathAtCall {
-public:
-    explicit DeathAtCall(int call) {
-        left = call;
-        sqlite3_vfs *disk = sqlite3_vfs_find(nullptr);
-        for (const char *name : {"pwrite", "pwrite64"})
-            if (const auto real = disk->xGetSystemCall(disk, name)) {
-                realWrite = reinterpret_cast<Write>(real);
-                disk->xSetSystemCall(disk, name, reinterpret_cast<sqlite3_syscall_ptr>(+[](int file, const void *bytes, std::size_t size, off_t at) {
-                    count();
-                    return realWrite(file, bytes, size, at);
-                }));
-            }
-        realUnlink = reinterpret_cast<Unlink>(disk->xGetSystemCall(disk, "unlink"));
-        disk->xSetSystemCall(disk, "unlink", reinterpret_cast<sqlite3_syscall_ptr>(+[](const char *path) {
-            count();
-            return realUnlink(path);
-        }));
-    }
-
-private:
-    using Write = ssize_t (*)(int, const void *, std::size_t, off_t);
-    using Unlink = int (*)(const char *);
-    static void count() {
-        if (--left == 0)
-            raise(SIGKILL);
-    }
-    static inline int left = 0;
-    static inline Write realWrite = nullptr;
-    static inline Unlink realUnlink = nullptr;
-};
-
 TEST(AddressBookWriting, killedAtAnyWriteHoldsEachContactWithItsPictureOrNot) {
     const auto pictured = [] {
         return contact([](ZpContactDataInfo &c) {
@@ -335,7 +300,7 @@ TEST(AddressBookWriting, killedAtAnyWriteHoldsEachContactWithItsPictureOrNot) {
         image.execImages("CREATE TABLE ABFullSizeImage (record_id INTEGER PRIMARY KEY, data BLOB)");
         status = inChild([&] {
             const auto store = inGroupsOf(image, 1);
-            const DeathAtCall death(kills + 1);
+            dieAtCall(kills + 1);
             store->addNewContacts_toGroups_progress({pictured(), pictured()}, {}, {});
             return 7;
         });
@@ -357,9 +322,7 @@ TEST(AddressBookWriting, killedAtAnyWriteHoldsEachContactWithItsPictureOrNot) {
 TEST(AddressBookWriting, aFullDiskFailsWithAMessageAndChangesNothing) {
     const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old')");
     EXPECT_EQ(inChild([&] {
-                  std::signal(SIGXFSZ, SIG_IGN);
-                  const rlimit limit{150'000, 150'000};
-                  setrlimit(RLIMIT_FSIZE, &limit);
+                  limitFileSize(150'000);
                   ContactList list = letters(3);
                   list[1]->setNotes(std::string(400'000, 'n'));
                   Calls calls;
@@ -378,14 +341,10 @@ TEST(AddressBookWriting, aFullDiskFailsWithAMessageAndChangesNothing) {
 
 TEST(AddressBookWriting, aFolderWithoutWritePermissionFailsWithAMessageAndChangesNothing) {
     const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old')");
-    namespace fs = std::filesystem;
-    fs::permissions(image.path().parent_path(), fs::perms::all);
-    for (const auto &entry : fs::recursive_directory_iterator(image.path()))
-        fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0555) : fs::perms(0444));
-    fs::permissions(image.path(), fs::perms(0555));
+    forbidWriting(image.path());
     const std::string before = pictureOf(image.path());
     EXPECT_EQ(inChild([&] {
-                  if (getuid() == 0 && setuid(65534) != 0)
+                  if (!becomeNobody())
                       return 9;
                   const auto store = image.store();
                   store->getContactDataFromAddressList();
@@ -583,7 +542,7 @@ TEST(AddressBookMerging, killedAtAnyWriteHasHappenedOrNot) {
         std::filesystem::copy_file(world.image.database(), image.database(), std::filesystem::copy_options::overwrite_existing);
         const auto store = image.store();
         status = inChild([&] {
-            const DeathAtCall death(kills + 1);
+            dieAtCall(kills + 1);
             return store->combineRepeatContacts_newContact_toGroup(world.people, world.people[1], {}) ? 7 : 8;
         });
         ASSERT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
