@@ -65,8 +65,8 @@ bool HNMMessageViewModel::askForPassword() {
         tell(self, [&](HNMMessageViewModel &model) {
             model.removeDeviceBackupPassword_complete(window->getPassword(), [weak, result](bool isRight) {
                 const auto shown = weak.lock();
-                if (!shown || !NSApp()->isModal(*shown->window()))
-                    return;   // closed meanwhile: the run that goes on now is somebody else's
+                if (!shown)
+                    return;   // closed meanwhile: a run that goes on now is somebody else's
                 *result = isRight;
                 if (!isRight)
                     return shown->setDecryptState_flag(HNFMBackupDecryptionController::kEntryAgain, false);
@@ -180,10 +180,10 @@ void HNMMessageViewModel::restorePassword() {
 // ---------------------------------------------------------------- threads
 
 void HNMMessageViewModel::buildThreads(std::uint64_t load) {
-    const auto service = contacts();
-    ThreadBuilder builder(service ? service->contactArray() : ContactList());
     std::vector<id> chats = messageBR->snapshot().items();
     messageBR->removeAllObjects();
+    const auto service = contacts();
+    ThreadBuilder builder(service ? service->contactArray() : ContactList());
     for (id &parsed : chats) {
         const auto chat = std::dynamic_pointer_cast<MessageBackupChat>(std::exchange(parsed, nullptr));
         if (chat && !addThread(builder.threadOf(*chat), load))

@@ -1,5 +1,6 @@
 // The list of threads: order, filter by the user's own numbers, search, selection, and what each shows of a conversation.
 #include "tests/HNManagerPlugin/Classes/SubViews/Message/MessageCategory.h"
+#include "toolkit/views/NSPopUpButton.h"
 
 namespace {
 
@@ -200,6 +201,19 @@ TEST_F(MessageList, theListShowsPictureTitleTimeAndLastMessage) {
     EXPECT_EQ(text("ThreadLast"), "aaa");
     EXPECT_EQ(manager_->tableView.lock()->tableColumns()[1]->title(), "MessageView_messageContent");
     EXPECT_EQ(manager_->tableView.lock()->tableColumns()[0]->identifier(), "CheckBoxCell");
+}
+
+TEST_F(MessageList, theExportButtonOffersBothShapesOfWhatIsSelected) {
+    openWithThree();
+    const auto button = std::dynamic_pointer_cast<NSPopUpButton>(controller_->view()->viewWithIdentifier("ExportButton"));
+    EXPECT_FALSE(button->isEnabled());
+    select({1});
+    EXPECT_TRUE(button->isEnabled());
+    std::string entries = button->itemArray().front()->title.str();   // its own title
+    for (const auto &item : button->itemArray())
+        if (!item->hidden)
+            entries += "|" + item->title.str() + " " + (manager_->respondsToSelector(item->action) ? item->action : "?");
+    EXPECT_EQ(entries, "FileManager_Export|Manager_Export_CSV exportMessage:|Manager_Export_HTML exportMessage2HTML:");
 }
 
 TEST_F(MessageList, refreshStaysWithinReachWhileAPanelShows) {
