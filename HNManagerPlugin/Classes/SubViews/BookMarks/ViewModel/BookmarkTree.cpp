@@ -148,9 +148,113 @@ std::int64_t nodesBelow(const NSArray &children) {
 
 namespace {
 
-// The nodes above, nearest first; `above` gives the parent or null. What lies above a folder that was followed already
-// stands in the list; this also ends a ring.
-template <class Above, class Add> void addParents(const Nodes &hits, Above above, Add add) {
+using CopyOf = std::function<Node(const HNBookMarkEntity &)>;
+
+// The search of a tree whose keys all differ: places take the part of keys.
+class SearchByPlace {
+public:
+    SearchByPlace(const FoldedSearch &wanted, const CopyOf &copyOf) : wanted_(wanted), copyOf_(copyOf) {}
+
+    Hits run(const NSArray &top) {
+        findHits(top);
+        addFoldersAbove();
+        hangAll();
+        return std::move(hits_);
+    }
+
+private:
+    struct Folder {   // a node with children
+        const HNBookMarkEntity *node;
+        NSArray children;
+        std::int32_t up;          // its own folder
+        Node copy = nullptr;      // where it stands among the hits
+        NSArray::Items below = {};   // what hangs in the copy
+        bool isFollowed = false;
+    };
+    struct Level {
+        std::int32_t folder;
+        NSArray nodes;
+        std::size_t next = 0;
+    };
+
+    void addCopy(Node copy, std::int32_t up) {
+        hits_.found.push_back(std::move(copy));
+        ups_.push_back(up);
+    }
+
+    void findHits(const NSArray &top) {
+        std::vector<Level> open;
+        open.push_back({kNowhere, top});
+        while (!open.empty()) {
+            Level &level = open.back();
+            if (level.next == level.nodes.count()) {
+                open.pop_back();
+                continue;
+            }
+            const auto &node = static_cast<const HNBookMarkEntity &>(*level.nodes[level.next++]);
+            __builtin_prefetch(level.nodes[level.next].get());
+            const std::int32_t up = level.folder;
+            const bool isHit = wanted_.isIn(node.name) || (up != kNowhere && wanted_.isIn(node.url));
+            if (isHit)
+                addCopy(copyOf_(node), up);
+            if ((node.isLeaf() && node.childrenKey.empty()) || node.children()->isEmpty())
+                continue;
+            folders_.push_back({&node, node.children()->snapshot(), up, isHit ? hits_.found.back() : nullptr});
+            open.push_back({static_cast<std::int32_t>(folders_.size() - 1), folders_.back().children});
+        }
+    }
+
+    void addFoldersAbove() {
+        for (std::size_t hit = 0, count = hits_.found.size(); hit < count; ++hit)
+            for (std::int32_t up = ups_[hit]; up != kNowhere && !folderAt(up).isFollowed; up = folderAt(up).up) {
+                Folder &folder = folderAt(up);
+                folder.isFollowed = true;
+                if (folder.copy)
+                    continue;
+                folder.copy = copyOf_(*folder.node);
+                addCopy(folder.copy, folder.up);
+            }
+    }
+
+    void hangAll() {
+        for (std::size_t i = 0; i < ups_.size(); ++i) {
+            const Node &node = hits_.found[i];
+            if (ups_[i] == kNowhere) {
+                hits_.tree.push_back(node);
+                continue;
+            }
+            Folder &folder = folderAt(ups_[i]);
+            node->parent = folder.copy;
+            folder.copy->childrenKey.push_back(node->pKey);
+            folder.below.push_back(node);
+        }
+        for (Folder &folder : folders_)
+            if (!folder.below.empty())
+                folder.copy->children()->setArray(NSArray(std::move(folder.below)));
+    }
+
+    Folder &folderAt(std::int32_t place) { return folders_[static_cast<std::size_t>(place)]; }
+
+    const FoldedSearch &wanted_;
+    const CopyOf &copyOf_;
+    std::vector<Folder> folders_;
+    std::vector<std::int32_t> ups_;   // of each one found, the place of its folder
+    Hits hits_;
+};
+
+// The nodes above, nearest first, by their keys. What lies above a folder that was followed already stands in the list; this
+// also ends a ring.
+template <class Add> void addParentsByKey(const NSArray &top, const Nodes &hits, Add add) {
+    Nodes all;
+    walk(top, [&](const Node &node, std::size_t) {
+        all.push_back(node);
+        return true;
+    });
+    KeyIndex index(all);
+    const auto above = [&](const Node &node) {
+        const std::int32_t place = node->parentKey.isNil() ? kNowhere : index.find(node->parentKey);
+        return place == kNowhere ? Node() : all[static_cast<std::size_t>(place)];
+    };
     std::unordered_set<const HNBookMarkEntity *> followed;
     for (const Node &hit : hits)
         for (Node parent = above(hit); parent && followed.insert(parent.get()).second; parent = above(parent))
@@ -159,8 +263,10 @@ template <class Above, class Add> void addParents(const Nodes &hits, Above above
 
 }   // namespace
 
-Nodes search(const NSArray &top, const NSString &text, bool keysAreUnique, const std::function<Node(const HNBookMarkEntity &)> &copyOf) {
+Hits search(const NSArray &top, const NSString &text, bool keysAreUnique, const CopyOf &copyOf) {
     const FoldedSearch wanted(text);
+    if (keysAreUnique)
+        return SearchByPlace(wanted, copyOf).run(top);
     Nodes hits, found;
     std::unordered_set<NSString> keys;
     const auto add = [&](const Node &node) {
@@ -174,22 +280,9 @@ Nodes search(const NSArray &top, const NSString &text, bool keysAreUnique, const
             hits.push_back(node);
         return true;
     });
-    if (keysAreUnique) {
-        addParents(hits, [](const Node &node) { return node->parent.lock(); }, add);
-        return found;
-    }
-    Nodes all;
-    walk(top, [&](const Node &node, std::size_t) {
-        all.push_back(node);
-        return true;
-    });
-    KeyIndex index(all);
-    const auto byKey = [&](const Node &node) {
-        const std::int32_t place = node->parentKey.isNil() ? kNowhere : index.find(node->parentKey);
-        return place == kNowhere ? Node() : all[static_cast<std::size_t>(place)];
-    };
-    addParents(hits, byKey, add);
-    return found;
+    addParentsByKey(top, hits, add);
+    Nodes tree = synthesize(found);
+    return {std::move(found), std::move(tree)};
 }
 
 }   // namespace bookmarks

@@ -30,11 +30,15 @@ void walk(const NSArray &top, const std::function<bool(const Node &node, std::si
 [[nodiscard]] std::int64_t leavesBelow(const NSArray &children);
 [[nodiscard]] std::int64_t nodesBelow(const NSArray &children);
 
+struct Hits {
+    Nodes found;   // copies of the hits, behind them copies of the folders above each
+    Nodes tree;    // what `synthesize` makes of them
+};
 // Copies of all nodes whose name, or below the top level whose address, contains the text, ignoring case, in the order of
 // the tree, and behind them copies of the folders above each. A pKey stands in the list once.
 // `copyOf` makes a copy without children. A folder above is the tree's first one that has the parentKey as its pKey; where
-// all keys differ (`keysAreUnique`) that is the node's own parent.
-[[nodiscard]] Nodes search(const NSArray &top, const NSString &text, bool keysAreUnique,
-                           const std::function<Node(const HNBookMarkEntity &)> &copyOf);
+// all keys differ (`keysAreUnique`) that is the node's own parent, and no key is looked up.
+[[nodiscard]] Hits search(const NSArray &top, const NSString &text, bool keysAreUnique,
+                          const std::function<Node(const HNBookMarkEntity &)> &copyOf);
 
 }   // namespace bookmarks

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/BookmarkFile.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
@@ -196,17 +197,21 @@ bool HNMBookMarkViewModel::searchFileByString(const NSString &text) {
         addEntries_flag(Value(contents), true);
         return true;
     }
-    searchArray->setArray(
-        NSArray::of(bookmarks::search(contents->snapshot(), text, keysAreUnique_, [this](const HNBookMarkEntity &node) { return copyOf(node); })));
+    bookmarks::Hits hits =
+        bookmarks::search(contents->snapshot(), text, keysAreUnique_, [this](const HNBookMarkEntity &node) { return copyOf(node); });
+    searchArray->setArray(NSArray::of(hits.found));
     if (searchArray->isEmpty())
         return false;
+    foundTree_ = std::move(hits.tree);
     reloadSearchData();
     return true;
 }
 
+// A search has the tree of what it found at hand already.
 void HNMBookMarkViewModel::reloadSearchData() {
     resetDataContents();
-    showTree(syntheticBookMarkAndFolderUse(searchArray->snapshot()));
+    const auto found = std::exchange(foundTree_, std::nullopt);
+    showTree(found ? NSArray::of(*found) : syntheticBookMarkAndFolderUse(searchArray->snapshot()));
 }
 
 // ---------------------------------------------------------------- the device

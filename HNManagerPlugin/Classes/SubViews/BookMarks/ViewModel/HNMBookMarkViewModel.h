@@ -9,6 +9,8 @@
 //          stays empty and operations fail.
 #pragma once
 
+#include <optional>
+
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/BookmarkTree.h"
 #include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/CBookmarkManagerImpl.h"
@@ -102,5 +104,6 @@ private:
     [[nodiscard]] Node firstSelected() const;
 
     std::shared_ptr<NSImage> folderIcon_, urlIcon_;   // one for all rows
+    std::optional<Nodes> foundTree_;                  // between a search and its showing
     bool keysAreUnique_ = false;                      // in the tree of `contents`
 };

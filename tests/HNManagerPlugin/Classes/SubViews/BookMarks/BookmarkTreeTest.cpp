@@ -109,7 +109,7 @@ TEST(BookmarkTree, tenThousandLevelsAreCountedSearchedAndEnded) {
     const Nodes roots = synthesize(deep());
     EXPECT_EQ(leavesBelow(NSArray::of(roots)), 1);
     EXPECT_EQ(nodesBelow(NSArray::of(roots)), kLevels + 1);
-    EXPECT_EQ(synthesize(search(NSArray::of(roots), "LEAF", true, copy)).size(), 1u);
+    EXPECT_EQ(nodesBelow(NSArray::of(search(NSArray::of(roots), "LEAF", true, copy).tree)), kLevels + 1);
 }
 
 // ---------------------------------------------------------------- search
@@ -117,7 +117,7 @@ TEST(BookmarkTree, tenThousandLevelsAreCountedSearchedAndEnded) {
 std::string found(const Nodes &flat, const char *text) {
     bool keysAreUnique = false;
     const Nodes tree = synthesize(flat, &keysAreUnique);
-    return shape(synthesize(search(NSArray::of(tree), text, keysAreUnique, copy)));
+    return shape(search(NSArray::of(tree), text, keysAreUnique, copy).tree);
 }
 
 TEST(BookmarkSearch, looksAtAddressesBelowTheTopLevelOnly) {
@@ -233,10 +233,12 @@ TEST(BookmarkTree, givesTheSameTreeAndHitsAsThePlainWay) {
         const Nodes tree = synthesize(flat, &keysAreUnique), plain = plainTree(again);
         ASSERT_EQ(shape(tree), shape(plain));
         for (const char *text : {"alpha", "Äp", "needle", "x", "nothing"}) {
-            const Nodes hits = search(NSArray::of(tree), text, keysAreUnique, copy), plainHits = plainSearch(plain, text);
+            const Hits found = search(NSArray::of(tree), text, keysAreUnique, copy);
+            const Nodes &hits = found.found, plainHits = plainSearch(plain, text);
             ASSERT_EQ(hits.size(), plainHits.size()) << text;
             for (std::size_t i = 0; i < hits.size(); ++i)
                 ASSERT_EQ(hits[i]->pKey, plainHits[i]->pKey) << text << " at " << i;
+            ASSERT_EQ(shape(found.tree), shape(synthesize(plainHits))) << text;
         }
         for (const Node &each : again)   // its rings
             each->children()->removeAllObjects();
