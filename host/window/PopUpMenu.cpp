@@ -16,6 +16,14 @@ QIcon iconOf(const NSMenuItem &item, double ratio) {
     return item.image ? QIcon(PictureCache::shared().pixmap(item.image, item.image->crop(), {kEdge, kEdge}, ratio)) : QIcon();
 }
 
+// A native entry with a submenu cannot be chosen itself; where the toolkit's can, it stands once more on top of its submenu.
+void addOwnEntry(QMenu &submenu, const QAction &owner) {
+    QAction *own = submenu.addAction(owner.text());
+    own->setIcon(owner.icon());
+    own->setData(owner.data());
+    submenu.addSeparator();
+}
+
 }  // namespace
 
 void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSMenuItem>> &entries) {
@@ -35,8 +43,15 @@ void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSM
         action->setToolTip(qtString(item->toolTip));
         action->setData(static_cast<qulonglong>(entries.size()));
         entries.push_back(item);
-        if (item->hasSubmenu())
+        if (!item->hasSubmenu())
+            continue;
+        QObject::connect(action->menu(), &QMenu::aboutToShow, action->menu(), [action, item, &entries] {
+            if (!action->menu()->isEmpty())
+                return;
+            if (!item->action.empty())
+                addOwnEntry(*action->menu(), *action);
             fillMenu(*action->menu(), *item->submenu(), entries);
+        });
     }
 }
 
