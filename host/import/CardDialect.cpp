@@ -102,7 +102,8 @@ private:
             return false;
         if (line == "END:VCARD") {
             isOpen_ = false;
-            return (seen_ & kName) != 0 || !hasFormattedName_;
+            // A name that stands in FN alone is lost, but for a company's own card.
+            return hasName_ || formattedName_.empty() || unescaped(formattedName_) == company_;
         }
         const std::string_view label = std::exchange(labelled_, {});
         if (line.starts_with("item"))
@@ -123,7 +124,8 @@ private:
         isOpen_ = true;
         ++cards_;
         seen_ = 0;
-        hasFormattedName_ = false;
+        hasName_ = false;
+        formattedName_ = company_ = {};
         return true;
     }
 
@@ -132,13 +134,17 @@ private:
     bool plain(std::string_view value) { return !hasEscape(value); }
     bool name(std::string_view value) {
         const bool isEmpty = value.find_first_not_of("; ") == std::string_view::npos;
-        return std::ranges::count(value, ';') == 4 && !has(value, ":") && !hasEscape(value) && !(isEmpty && hasFormattedName_);
+        hasName_ = !isEmpty;
+        return std::ranges::count(value, ';') == 4 && !has(value, ":") && !hasEscape(value);
     }
     bool formattedName(std::string_view value) {
-        hasFormattedName_ = hasFormattedName_ || !value.empty();
+        formattedName_ = value;
         return true;
     }
-    bool organisation(std::string_view value) { return std::ranges::count(value, ';') == 1 && !hasEscape(value); }
+    bool organisation(std::string_view value) {
+        company_ = value.substr(0, value.find(';'));
+        return std::ranges::count(value, ';') == 1 && !hasEscape(value);
+    }
     bool note(std::string_view value) { return !has(value, "NOTE:") && !hasForeignEscape(value); }
     bool photo(std::string_view value) {
         const auto bytes = base64Decoded(value);
@@ -206,9 +212,10 @@ private:
     }
 
     std::string_view rest_, bytes_;
-    bool hasCr_ = false, hasNext_ = false, isOpen_ = false, hasFormattedName_ = false;
+    bool hasCr_ = false, hasNext_ = false, isOpen_ = false, hasName_ = false;
     std::size_t cards_ = 0;
     std::uint32_t seen_ = 0;
+    std::string_view formattedName_, company_;
     std::string_view labelled_;   // the group whose label line is below
 };
 

@@ -133,6 +133,7 @@ INSTANTIATE_TEST_SUITE_P(Lines, CardDialect, testing::Values(
     Alone{"aFold", "NOTE:a\r\n b", false}, Alone{"anUnknownLine", "UID:1", false}, Alone{"aPlainNumber", "TEL:1", false},
     Alone{"aTypeList", "TEL;TYPE=HOME,VOICE:1", false}, Alone{"aCommaInAnOwnLabel", "TEL;TYPE=Sea, sun:1", true},
     Alone{"aNameOfFourParts", "N:a;b;;", false}, Alone{"aFormattedNameAlone", "FN:a", false}, Alone{"organisationWithoutUnit", "ORG:a", false},
+    Alone{"aNameInTheFormattedOneAlone", "N:;;;;\r\nFN:a", false}, Alone{"aCompanysOwnCard", "N:;;;;\r\nFN:a\\, b\r\nORG:a, b;", true},
     Alone{"aUrlWithAPort", "URL;TYPE=Home:http://h:1/", false}, Alone{"aUrlInLowerCase", "URL;type=Home:http://h", false},
     Alone{"aSecondNote", "NOTE:a\r\nNOTE:b", false}, Alone{"anEscapedComma", "N:a\\,b;;;;", false}, Alone{"anEscapedCommaInANote", "NOTE:a\\,b", false},
     Alone{"aLabelOfANumber", "item1.TEL:1\r\nitem1.X-ABLabel:_$!<Main>!$_", false}, Alone{"anAddressInLowerCase", "item1.ADR;type=Home:;;s;c;;z;l", false},
