@@ -345,7 +345,7 @@ std::string accessibleNameOf(NSView &view) {
         return view.accessibilityName().str();
     NSString name;
     if (const auto *popUp = dynamic_cast<const NSPopUpButton *>(&view))
-        name = popUp->titleOfSelectedItem();
+        name = popUp->pullsDown() && popUp->numberOfItems() > 0 ? popUp->itemArray().front()->title : popUp->titleOfSelectedItem();
     else if (const auto *button = dynamic_cast<const NSButton *>(&view))
         name = button->attributedTitle() ? button->attributedTitle()->string() : button->title();
     else if (const auto *field = dynamic_cast<const NSTextField *>(&view))

@@ -309,7 +309,17 @@ void ViewSurface::wheelEvent(QWheelEvent *event) {
     noteLayoutChanged();
 }
 
-void ViewSurface::keyPressEvent(QKeyEvent *event) { sendKey(*event); }
+void ViewSurface::keyPressEvent(QKeyEvent *event) {
+    const QPointer<ViewSurface> self(this);
+    const auto before = window() ? window()->firstResponder() : nullptr;
+    sendKey(*event);
+    // A view that swallows all keys shall not hold the keyboard for ever.
+    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (!isTab || !self || !window() || window()->firstResponder() != before)
+        return;
+    event->key() == Qt::Key_Tab ? window()->selectNextKeyView() : window()->selectPreviousKeyView();
+    noteLayoutChanged();
+}
 void ViewSurface::keyReleaseEvent(QKeyEvent *event) { sendKey(*event); }
 
 void ViewSurface::focusInEvent(QFocusEvent *) {

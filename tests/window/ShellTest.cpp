@@ -27,7 +27,7 @@ TEST_F(ShellTest, searchesAsOneTypesAndSelectsByClicks) {
 }
 
 TEST_F(ShellTest, aCategoryWithoutANibShowsSoAndTheTreeFollows) {
-    shell->choose(6);
+    shell->choose(7);
     EXPECT_TRUE(world.until([&] { return shell->hasLoaded() && dispatch::waitingMainBlocks() == 0; }));
     EXPECT_EQ(shell->list(), nullptr);
     shell->choose(host::kContactsCategory);

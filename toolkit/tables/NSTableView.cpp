@@ -18,6 +18,7 @@ HN_CLASS_TABLE(NSTableView, NSControl,
          [](NSObject &o, const Value &v) {
              static_cast<NSTableView &>(o).selectRowIndexes_byExtendingSelection(NSIndexSet::fromList(v.list()), false);
          })
+    .key("allowsMultipleSelection", keys::get(&NSTableView::allowsMultipleSelection), keys::set(&NSTableView::setAllowsMultipleSelection))
     .key("rowHeight", keys::get(&NSTableView::rowHeight), keys::set(&NSTableView::setRowHeight))
     .key("allowsMultipleSelection", keys::get(&NSTableView::allowsMultipleSelection), keys::set(&NSTableView::setAllowsMultipleSelection))
     .key("allowsEmptySelection", keys::get(&NSTableView::allowsEmptySelection), keys::set(&NSTableView::setAllowsEmptySelection))

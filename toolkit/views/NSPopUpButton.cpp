@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "toolkit/TextMeasurer.h"
 #include "toolkit/views/ClassKeys.h"
@@ -104,7 +105,12 @@ void NSPopUpButton::performClick() {
     const auto self = selfOf(this);
     const auto shown = menu();
     shown->willOpen();
+    // What the button itself shows is no choice.
+    const auto face = pullsDown_ ? shown->itemAtIndex(0) : nullptr;
+    const bool wasHidden = face && std::exchange(face->hidden, true);
     const auto item = Presenter::current()->popUpMenu(shown, {0, 0}, self);
+    if (face)
+        face->hidden = wasHidden;
     shown->didClose();
     if (!item)
         return;

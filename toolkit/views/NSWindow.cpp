@@ -7,6 +7,7 @@
 #include "toolkit/services/NSNotificationCenter.h"
 #include "toolkit/views/ClassKeys.h"
 #include "toolkit/views/NSApplication.h"
+#include "toolkit/views/NSTextField.h"
 #include "toolkit/views/NSWindowController.h"
 #include "toolkit/views/Presenter.h"
 
@@ -238,11 +239,26 @@ void NSWindow::viewWillLeave(NSView &view) {
         firstResponder_.reset();
 }
 
+namespace {
+
+// A text that can only be selected is for the mouse. What stands in the rows of a list where several can be chosen is
+// reached by choosing rows: rows come and go while the focus moves, and it would never get out of the list.
+bool isKeyStop(const NSView &view) {
+    if (const auto *text = dynamic_cast<const NSTextField *>(&view))
+        return text->isEditable();
+    for (auto above = view.superview(); above; above = above->superview())
+        if (above->valueForKey("allowsMultipleSelection").boolValue())
+            return false;
+    return true;
+}
+
+}  // namespace
+
 std::vector<std::shared_ptr<NSView>> NSWindow::keyViews() const {
     std::vector<std::shared_ptr<NSView>> found;
     if (contentView_)
         contentView_->walk([&](NSView &view) {
-            if (view.acceptsFirstResponder() && !view.isHiddenOrHasHiddenAncestor())
+            if (isKeyStop(view) && view.acceptsFirstResponder() && !view.isHiddenOrHasHiddenAncestor())
                 found.push_back(selfOf(&view));
             return true;
         });

@@ -23,7 +23,7 @@ std::shared_ptr<NSPopUpButton> addButton(Nib &nib, const std::shared_ptr<Bookmar
     made->setIdentifier("AddButton");
     made->setPullsDown(true);
     const auto entry = [&](const char *selector, Property<NSString> &title) {
-        menuEntry(made->menu(), manager, selector, title)->hidden = made->numberOfItems() == 1;
+        menuEntry(made->menu(), manager, selector, title);
         title.observe([weak = std::weak_ptr(made)](const NSString &) { tell(weak, [](NSPopUpButton &shown) { shown.invalidateIntrinsicContentSize(); }); });
     };
     entry("", manager->addTitle);

@@ -1,0 +1,234 @@
+// Whole flows in the program's window: import, cancelling, sorting, ticking, the device that goes away.
+#include <QApplication>
+#include <QMenu>
+#include <QTimer>
+
+#include "device/FileTree.h"
+#include "host/window/Accessibility.h"
+#include "tests/window/ShellFixture.h"
+#include "toolkit/views/NSScrollView.h"
+
+namespace {
+
+class Flows : public ShellTest {
+protected:
+    std::shared_ptr<NSButton> headBox() {
+        return std::dynamic_pointer_cast<NSButton>(shell->list()->headerView()->viewWithIdentifier("HeadCheckBox"));
+    }
+    // The dropped file's flow runs inside the drop; the person answers it meanwhile.
+    void drop(const std::filesystem::path &file) {
+        EXPECT_TRUE(shell->dropFiles(shell->list(), {QString::fromStdString(file.string())}));
+        settle();
+    }
+    void whenDoneClose() {
+        world.once([] { return doneButton() != nullptr; }, [this] { world.click(*doneButton()); });
+    }
+    // As soon as the flow works: its cancel button, then this answer to the question.
+    void cancelAndAnswer(const char *answer) {
+        world.once([] { return modalButton("borderButton") != nullptr; }, [this, answer] {
+            world.once([] { return modalButton("leftButton") != nullptr; }, [this, answer] {
+                pictureOfModal("cancel-question");
+                EXPECT_EQ(host::accessibilityDump(world.surfaceOf(*NSApp()->modalWindow()->contentView())).find("unnamed"), std::string::npos);
+                world.click(*modalButton(answer));
+            });
+            pictureOfModal("import-progress");
+            world.click(*modalButton("borderButton"));
+        });
+    }
+    // Of the next menu that opens; closes it.
+    void readMenu(QStringList &entries, const char *name) {
+        QTimer::singleShot(0, [this, &entries, name] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (const QAction *action : menu->actions())
+                entries << action->text();
+            world.picture(*menu, name);
+            menu->close();
+        });
+    }
+    std::vector<std::string> notices() {
+        std::vector<std::string> texts;
+        for (QWidget *box : QApplication::topLevelWidgets())
+            if (box->inherits("QMessageBox") && box->isVisible())
+                texts.push_back(box->property("text").toString().toStdString());
+        return texts;
+    }
+    void closeNotices() {
+        for (QWidget *box : QApplication::topLevelWidgets())
+            if (box->inherits("QMessageBox"))
+                box->close();
+        world.serve();
+    }
+};
+
+}  // namespace
+
+TEST_F(Flows, aClickOnTheHeaderSortsAndTheNextTurnsRound) {
+    const auto header = shell->list()->headerView();
+    const NSRect name = header->headerRectOfColumn(1);
+    const NSPoint middle{name.minX() + 60, name.size.height / 2};
+    world.clickAt(*header, middle);
+    settle();
+    const std::string first = cell(0);
+    const auto order = shell->list()->sortIndicatorOfColumn(1);
+    EXPECT_NE(order, SortIndicator::none);
+    world.clickAt(*header, middle);
+    settle();
+    EXPECT_NE(shell->list()->sortIndicatorOfColumn(1), order);
+    EXPECT_NE(cell(0), first);
+    picture("contacts-sorted");
+}
+
+TEST_F(Flows, theHeadBoxTicksAllShowsAMixtureAndUnticksAll) {
+    ASSERT_NE(headBox(), nullptr);
+    EXPECT_EQ(headBox()->state(), NSOffState);
+    world.click(*headBox());
+    settle();
+    EXPECT_EQ(headBox()->state(), NSOnState);
+    EXPECT_NE(shell->buttonNamed("DeleteButton"), nullptr);
+    const NSRect box = shell->list()->frameOfCellAtColumn_row(0, 0);
+    world.clickAt(*shell->list(), {box.minX() + box.size.width / 2, box.minY() + box.size.height / 2});
+    settle();
+    EXPECT_EQ(headBox()->state(), NSMixedState);
+    picture("contacts-mixed");
+    world.click(*headBox());
+    settle();
+    world.click(*headBox());
+    settle();
+    EXPECT_EQ(headBox()->state(), NSOffState);
+}
+
+TEST_F(Flows, cancellingAnImportAndThinkingBetterOfItImportsAll) {
+    const std::int64_t before = shell->list()->numberOfRows();
+    cancelAndAnswer("rightButton");
+    whenDoneClose();
+    drop(cards(1500));
+    EXPECT_EQ(shell->list()->numberOfRows(), before + 1500);
+}
+
+TEST_F(Flows, cancellingAnImportStopsItAndKeepsWhatIsDone) {
+    const std::int64_t before = shell->list()->numberOfRows();
+    cancelAndAnswer("leftButton");
+    whenDoneClose();
+    drop(cards(1500));
+    EXPECT_LT(shell->list()->numberOfRows(), before + 1500);
+    EXPECT_GE(shell->list()->numberOfRows(), before);
+}
+
+TEST_F(Flows, aDeviceThatGoesAwayIsToldAndComesBackByOpening) {
+    const auto away = folders.path() / "unplugged";
+    std::filesystem::rename(image(), away);
+    ASSERT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
+    ASSERT_EQ(notices().size(), 1u);
+    EXPECT_EQ(notices().front(), "Sample Phone is no longer connected.");
+    EXPECT_EQ(surface->parentWidget()->windowTitle(), "Sample Phone (disconnected)");
+    picture("contacts-disconnected");
+    closeNotices();
+    ASSERT_TRUE(shell->openDevice(away));
+    settle();
+    EXPECT_EQ(surface->parentWidget()->windowTitle(), "Sample Phone");
+    EXPECT_GT(shell->list()->numberOfRows(), 10);
+}
+
+TEST_F(Flows, aDeviceThatGoesAwayDuringAnImportEndsItsWindow) {
+    world.once([] { return modalButton("borderButton") != nullptr; }, [this] { std::filesystem::rename(image(), folders.path() / "unplugged"); });
+    whenDoneClose();
+    shell->dropFiles(shell->list(), {QString::fromStdString(cards(1500).string())});
+    EXPECT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
+    EXPECT_EQ(NSApp()->modalWindow(), nullptr);
+    closeNotices();
+}
+
+TEST_F(Flows, anotherDeviceDuringAModalQuestionTakesItsPlaceAfterwards) {
+    const auto other = folders.path() / "other";
+    device::sample::createImage(other, "Other Phone");
+    world.clickAt(*shell->list(), inRow(0));
+    world.once([] { return NSApp()->modalWindow() != nullptr; }, [this, other] {
+        EXPECT_TRUE(shell->openDevice(other));
+        world.once([] { return true; }, [this] {
+            if (NSApp()->modalWindow())
+                keyInModal(Qt::Key_Escape);
+        });
+    });
+    QTest::keyClick(surface, Qt::Key_Delete);
+    settle();
+    EXPECT_EQ(NSApp()->modalWindow(), nullptr);
+    EXPECT_EQ(surface->parentWidget()->windowTitle(), "Other Phone");
+    show(host::kContactsCategory);
+    EXPECT_TRUE(!shell->list() || shell->list()->numberOfRows() == 0);
+}
+
+TEST_F(Flows, theSizeIsRememberedForTheNextStart) {
+    surface->parentWidget()->resize(900, 600);
+    world.serve();
+    shell->window()->performClose();
+    world.serve();
+    close();
+    open();
+    EXPECT_EQ(surface->parentWidget()->width(), 900);
+    EXPECT_NEAR(surface->parentWidget()->height(), 600, 1);
+}
+
+TEST_F(Flows, aRightClickOpensTheRowsMenu) {
+    QStringList entries;
+    readMenu(entries, "contacts-menu");
+    world.clickAt(*shell->list(), inRow(1), {}, Qt::RightButton);
+    EXPECT_EQ(entries.join(u'|'), "Edit Contact…|Export to vCard File…|Export to CSV File…");
+}
+
+TEST_F(Flows, aMenuButtonOffersItsEntriesWithoutItsOwnTitle) {
+    show(9);
+    const auto button = shell->buttonNamed("AddButton");
+    ASSERT_NE(button, nullptr);
+    QStringList entries;
+    readMenu(entries, "bookmarks-add-menu");
+    world.click(*button);
+    EXPECT_EQ(entries.join(u'|').toStdString(), "Add Folder|Add Bookmark");
+}
+
+TEST_F(Flows, aClickOnAGroupOfTheTreeOpensAndClosesIt) {
+    const auto tree = std::dynamic_pointer_cast<NSTableView>(shell->window()->contentView()->viewWithIdentifier("CategoryTree"));
+    ASSERT_NE(tree, nullptr);
+    const std::int64_t rows = tree->numberOfRows();
+    const auto clickRow = [&](std::int64_t row) {
+        const NSRect place = tree->rectOfRow(row);
+        world.clickAt(*tree, {place.minX() + 80, place.minY() + place.size.height / 2});
+        world.serve();
+    };
+    constexpr std::int64_t kMusic = 3;   // below Photos, Camera Roll and Albums
+    clickRow(kMusic);
+    EXPECT_GT(tree->numberOfRows(), rows);
+    clickRow(kMusic);
+    EXPECT_EQ(tree->numberOfRows(), rows);
+}
+
+TEST_F(Flows, everyViewHasNamesForAllItsControls) {
+    for (const std::int64_t category : {host::kContactsCategory, std::int64_t{6}, std::int64_t{9}}) {
+        show(category);
+        const std::string dump = host::accessibilityDump(*surface);
+        EXPECT_EQ(dump.find("unnamed"), std::string::npos) << dump;
+        picture(("category-" + std::to_string(category)).c_str());
+    }
+}
+
+// The window of each button, looked at and closed again by the Esc key.
+TEST_F(Flows, everyWindowHasNamesForAllItsControls) {
+    struct {
+        std::int64_t category;
+        const char *button, *name;
+    } rows[] = {{host::kContactsCategory, "NewContactButton", "contact-editor"}};
+    for (const auto &[category, button, name] : rows) {
+        show(category);
+        bool isSeen = false;
+        world.once([] { return NSApp()->modalWindow() && NSApp()->modalWindow()->isVisible() && dispatch::waitingMainBlocks() == 0; }, [&, name = name] {
+            isSeen = true;
+            const std::string dump = host::accessibilityDump(world.surfaceOf(*NSApp()->modalWindow()->contentView()));
+            EXPECT_EQ(dump.find("unnamed"), std::string::npos) << name << "\n" << dump;
+            pictureOfModal(name);
+            NSApp()->modalWindow()->performClose();
+        });
+        shell->press(button);
+        EXPECT_TRUE(world.until([&] { return isSeen && !NSApp()->modalWindow(); }, name));
+        settle();
+    }
+}
