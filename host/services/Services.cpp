@@ -7,6 +7,7 @@
 #include "device/ScratchFolder.h"
 #include "device/backup/BackupTask.h"
 #include "host/services/EmbeddedDevice.h"
+#include "host/services/ExportPlaces.h"
 #include "host/services/LogFile.h"
 #include "host/services/PictureFiles.h"
 #include "host/services/SettingsFile.h"
@@ -64,7 +65,8 @@ Services::Services(Warn warn, HostGates::Refused refused)
     const auto resources = std::make_shared<NSBundle>(NSString(folders_.resources.string()));
     NSBundle::setMainBundle(resources);
     NSBundle::setPluginBundle(resources);
-    NSWorkspace::sharedWorkspace().install(std::make_shared<WorkspaceOpener>());
+    ExportPlaces::install(warn);
+    NSWorkspace::sharedWorkspace().install(ExportPlaces::opener(std::make_shared<WorkspaceOpener>()));
     installDeviceLayer(layer_);
     installBackups(layer_);
     installPictureConverter(warn);
@@ -76,6 +78,7 @@ Services::~Services() {
     RStrategyActionEventRouter::shareInstance().install(nullptr);
     removeBackups();
     installPictureConverter({});
+    ExportPlaces::remove();
     installDeviceLayer(nullptr);
     NSWorkspace::sharedWorkspace().install(nullptr);
     NSUserDefaults::standardUserDefaults().install(nullptr);

@@ -43,7 +43,7 @@ bool NSSavePanel::choose(const std::vector<NSString> &paths, bool replace) {
     refusal_ = check(chosen, replace);
     if (!refusal_.isNil())
         return false;
-    willGive(chosen);
+    willGive(chosen, replace);
     paths_ = std::move(chosen);
     end(kPanelOK);
     return true;
@@ -85,7 +85,24 @@ NSString NSSavePanel::check(std::vector<NSString> &paths, bool replace) {
     return {};
 }
 
-void NSSavePanel::willGive(const std::vector<NSString> &paths) { SetAsideFile::hold(paths.front()); }
+namespace {
+
+NSSavePanel::HandOver &handOver() {
+    static NSSavePanel::HandOver installed;
+    return installed;
+}
+
+}  // namespace
+
+void NSSavePanel::setHandOver(HandOver installed) { handOver() = std::move(installed); }
+
+void NSSavePanel::willGive(std::vector<NSString> &paths, bool replace) {
+    const NSString other = handOver() ? handOver()(*this, paths.front(), replace) : NSString();
+    if (other.isNil())
+        SetAsideFile::hold(paths.front());
+    else
+        paths.front() = other;
+}
 
 NSString NSOpenPanel::check(std::vector<NSString> &paths, bool) {
     if (paths.empty() || (paths.size() > 1 && !allowsMultipleSelection))

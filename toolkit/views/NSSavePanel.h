@@ -6,6 +6,7 @@
 // Threads   main.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "toolkit/views/NSWindow.h"
@@ -23,6 +24,11 @@ public:
     std::vector<NSString> allowedFileTypes;
     bool canCreateDirectories = true, allowsOtherFileTypes = false, showsHiddenFiles = false;
     std::shared_ptr<NSView> accessoryView;
+
+    // What a save panel gives in place of the chosen path; absent leaves it. A host's, for flows that cannot take every
+    // path. Empty: none.
+    using HandOver = std::function<NSString(const NSSavePanel &panel, const NSString &path, bool replace)>;
+    static void setHandOver(HandOver handOver);
 
     std::int64_t runModal();
     // Paths of a person's choice; one for a save panel. What is not allowed (wrong kind, missing, too many) makes the call
@@ -43,8 +49,8 @@ public:
 protected:
     // The reason against the paths, which it may complete; absent where there is none.
     [[nodiscard]] virtual NSString check(std::vector<NSString> &paths, bool replace);
-    // Before the chosen paths are given to the flow.
-    virtual void willGive(const std::vector<NSString> &paths);
+    // Before the chosen paths, which it may change, are given to the flow.
+    virtual void willGive(std::vector<NSString> &paths, bool replace);
     void closedByPerson() override { cancel(); }
     [[nodiscard]] bool allowsType(const NSString &path) const;
 
@@ -63,5 +69,5 @@ public:
 
 protected:
     [[nodiscard]] NSString check(std::vector<NSString> &paths, bool replace) override;
-    void willGive(const std::vector<NSString> &) override {}
+    void willGive(std::vector<NSString> &, bool) override {}
 };

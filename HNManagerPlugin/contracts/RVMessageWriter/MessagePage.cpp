@@ -32,11 +32,11 @@ main{grid-area:m;min-width:0;padding:0 1rem 4rem}
 section{max-width:52rem;margin:0 auto;scroll-margin-top:3.5rem}
 section>h2{position:sticky;top:3.5rem;z-index:1;margin:0 0 .5rem;padding:.6rem .2rem;font-size:1.05rem;background:var(--back);border-bottom:1px solid var(--line);overflow-wrap:anywhere}
 section>h2 small{font-weight:400;color:var(--faint)}
-.c{content-visibility:auto;contain-intrinsic-size:auto 2600px;display:flex;flex-direction:column}
+.c{content-visibility:auto;contain-intrinsic-size:auto 2600px;display:flex;flex-direction:column;padding:.1rem .3rem}
 .c h3{align-self:center;margin:1rem 0 .5rem;font-size:.8rem;font-weight:600;color:var(--faint)}
 .l,.r{max-width:75%;margin:0 0 .35rem;padding:.4rem .8rem;border-radius:1.1rem;overflow-wrap:anywhere;white-space:pre-wrap;scroll-margin:6rem}
-.l{align-self:flex-start;background:var(--left);border-end-start-radius:.3rem}
-.r{align-self:flex-end;background:var(--right);color:var(--on);border-end-end-radius:.3rem}
+.l{align-self:flex-start;background:var(--left);border-bottom-left-radius:.3rem}
+.r{align-self:flex-end;background:var(--right);color:var(--on);border-bottom-right-radius:.3rem}
 .l a,.r a{color:inherit}
 .l time,.r time{display:block;font-size:.7rem;opacity:.75;text-align:end;unicode-bidi:isolate}
 .e{background:none;color:inherit;font-size:2.6rem;line-height:1.2;padding:.1rem .3rem}

@@ -45,12 +45,14 @@ void ppWriterMeassagerHtml::initWithPath_Title(const NSString &path, const NSStr
     title_ = title;
 }
 
-void ppWriterMeassagerHtml::dealloc() {
+// Ends on whatever thread wrote the page, so without a dealloc.
+ppWriterMeassagerHtml::~ppWriterMeassagerHtml() { giveUp(); }
+
+void ppWriterMeassagerHtml::giveUp() {
     if (file_ >= 0)
         ::close(std::exchange(file_, -1));
     if (!temporary_.empty())
-        ::unlink(temporary_.c_str());
-    NSObject::dealloc();
+        ::unlink(std::exchange(temporary_, {}).c_str());
 }
 
 NSString ppWriterMeassagerHtml::dicPath() const { return path_.stringByDeletingLastPathComponent(); }
@@ -127,7 +129,8 @@ void ppWriterMeassagerHtml::end() {
     flush();
     if (hasFailed_)
         return;
-    const bool isStored = ::fsync(file_) == 0 && ::close(std::exchange(file_, -1)) == 0;
+    const bool isSynced = ::fsync(file_) == 0;
+    const bool isStored = ::close(std::exchange(file_, -1)) == 0 && isSynced;
     if (!isStored || ::rename(temporary_.c_str(), path_.UTF8String()) != 0)
         return fail(std::strerror(errno));
     temporary_.clear();
@@ -328,8 +331,5 @@ void ppWriterMeassagerHtml::fail(const std::string &reason) {
     hasFailed_ = true;
     RVLog(NSString::stringWithFormat("%@: the page cannot be written: %@", path_, NSString(reason)));
     SetAsideFile::failed(path_);
-    if (file_ >= 0)
-        ::close(std::exchange(file_, -1));
-    if (!temporary_.empty())
-        ::unlink(std::exchange(temporary_, {}).c_str());
+    giveUp();
 }

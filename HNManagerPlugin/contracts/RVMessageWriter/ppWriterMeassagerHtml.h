@@ -23,7 +23,6 @@
 #pragma once
 
 #include <cstdint>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -34,7 +33,7 @@ public:
     static constexpr bool kEndsOnAnyThread = true;
     // The path of the page, and what its heading says.
     void initWithPath_Title(const NSString &path, const NSString &title);
-    void dealloc() override;
+    ~ppWriterMeassagerHtml() override;
 
     // Makes the folder and opens the document.
     void start();
@@ -80,6 +79,7 @@ private:
     void flushIfFull();
     void flush();
     void fail(const std::string &reason);
+    void giveUp();
 
     NSString path_, title_;
     std::string temporary_, out_, day_, time_;

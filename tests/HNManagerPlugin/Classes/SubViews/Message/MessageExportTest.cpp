@@ -1,0 +1,252 @@
+// Threads to a table and to a page: what is asked before, what is written, how it ends.
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
+#include "HNManagerPlugin/contracts/RVMessageWriter/PictureConverter.h"
+#include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Message/MessageCategory.h"
+#include "toolkit/services/SystemCommand.h"
+#include "toolkit/services/UserFolders.h"
+#include "toolkit/views/NSApplication.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *kHead = "Group ID\tNumber\tName\tTime\tContent\tSmsState\tSmsType\n";
+
+class MessageExport : public MessageCategory {
+protected:
+    MessageExport() : target_(fs::path(HN_BINARY_DIR) / ("messages-" + std::to_string(std::random_device{}()))) {
+        fs::create_directories(target_);
+        UserFolders folders = userFolders();
+        folders.home = "/home/ann";
+        setUserFolders(folders);
+        logWorkspaceTo(*log_);
+    }
+    ~MessageExport() override {
+        SystemCommand::setFailureListener({});
+        PictureConverter::install({});
+        fs::remove_all(target_);
+    }
+    [[nodiscard]] NSString path(const char *name) const { return NSString((target_ / name).string()); }
+    std::string put(const char *name, const char *bytes) const {
+        std::ofstream(target_ / name, std::ios::binary) << bytes;
+        return (target_ / name).string();
+    }
+    [[nodiscard]] std::string read(const char *name) const {
+        std::ostringstream bytes;
+        bytes << std::ifstream(target_ / name, std::ios::binary).rdbuf();
+        return bytes.str();
+    }
+    [[nodiscard]] bool stands(const char *name) const { return fs::exists(target_ / name); }
+    void openWithBobAndAnn() {
+        book_->add("Ann", {"7"});
+        auto ann = chatOf(9, {"7"}, {{.content = "hi", .second = 60, .personSend = "7"}});
+        ann->serviceName = {"SMS"};
+        auto bob = chatOf(5, {"8"}, {{.content = "a\r\nb\tc", .isSend = true}});
+        bob->serviceName = {"iMessage", "SMS"};
+        openWith({bob, ann});
+    }
+    void exportTable(const char *name) {
+        answers_.savePanel().choose({path(name)});
+        manager_->exportMessage(nullptr);
+    }
+    void exportPage(const char *name) {
+        answers_.savePanel().choose({path(name)});
+        manager_->exportMessage2HTML(nullptr);
+    }
+    // On the worker that exports: presses Cancel, and lets all that waits on the main queue pass.
+    static void cancelMeanwhile() {
+        dispatch::sync(dispatch::main(), [] {
+            const auto progress = std::dynamic_pointer_cast<RUIProgressWindowController>(NSApp()->modalWindow()->windowController());
+            if (progress->borderButton()->tag() == 5)
+                progress->borderButton()->performClick();
+        });
+    }
+
+    fs::path target_;
+    AnswerScript answers_;
+};
+
+// Bytes of GB18030: U+4E2D is D6 D0, U+1F600 is 94 39 FC 36.
+TEST_F(MessageExport, theTableHasARowForEachMessageAndCaptionButThoseOfTheTime) {
+    book_->add("Ann", {"7"});
+    const std::string file = put("IMG 1;.jpg", "picture");
+    auto chat = chatOf(18446744073709551615U, {"7"},
+                       {{.content = "\xE4\xB8\xAD\xF0\x9F\x98\x80", .personSend = "7"},
+                        {.content = "line\none\ttab", .isSend = true, .personSend = "x"},
+                        {.content = "late", .second = 7200, .isSend = true, .isFailed = true, .personSend = "x"},
+                        {.content = NSString(file), .second = 7260, .isAttachment = true, .type = "image/jpeg", .fileName = "IMG 1;.jpg",
+                         .personSend = "9"}});
+    chat->serviceName = {"iMessage"};
+    openWith({chat});
+    select({0});
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportTable("out.xls");
+    const std::string id = "18446744073709551615", type = "\t(\n    iMessage\n)\n";
+    EXPECT_EQ(read("out.xls"), kHead + id + "\t7\tAnn\t2024-01-01 00:00:00\t\xD6\xD0\x94\x39\xFC\x36\treceive" + type +
+                                   id + "\tx\tx\t2024-01-01 00:00:00\tlineone\ttab\tsend" + type +
+                                   id + "\tx\tx\t2024-01-01 02:00:00\tlate\tfailed" + type +
+                                   id + "\t(null)\t(null)\t(null)\tMessageView_NotDeliver\treceive" + type +
+                                   id + "\t9\t9\t2024-01-01 02:01:00\t[attachment]\treceive" + type);
+    EXPECT_EQ(read(("message attachment/" + id + "/IMG 1;.jpg").c_str()), "picture");
+    EXPECT_FALSE(stands("pelorix_message.xls"));
+    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), NSString(target_.string()));
+}
+
+TEST_F(MessageExport, theSelectedThreadsAloneAreWrittenInTheOrderOfTheList) {
+    openWithBobAndAnn();
+    select({0, 1});
+    answers_.at("MessageView_exportSuccess(s)").press("MessageDialog_Ok");
+    exportTable("two.xls");
+    EXPECT_EQ(read("two.xls"), std::string(kHead) + "9\t7\tAnn\t2024-01-01 00:01:00\thi\treceive\t(\n    SMS\n)\n"
+                                                    "5\t\t\t2024-01-01 00:00:00\tab\tc\tsend\t(\n    iMessage,\n    SMS\n)\n");
+    select({0});
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportTable("one.xls");
+    EXPECT_EQ(read("one.xls"), std::string(kHead) + "9\t7\tAnn\t2024-01-01 00:01:00\thi\treceive\t(\n    SMS\n)\n");
+}
+
+TEST_F(MessageExport, whatGB18030CannotHoldDoesNotKeepTheTableFromIt) {
+    openWith({chatOf(1, {}, {{.content = "\xFF|\xEE\x9E\x8D|\xEF\xA3\xBF", .isSend = true}})});
+    select({0});
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportTable("out.xls");
+    EXPECT_NE(read("out.xls").find("\x84\x31\xA4\x37|\x84\x31\xA4\x37|\x84\x30\x81\x30"), std::string::npos) << read("out.xls");
+}
+
+TEST_F(MessageExport, theTableStandsBehindWhatTheFileHolds) {
+    openWithBobAndAnn();
+    put("old.xls", "old");
+    model_->exportSelectedMessages_exportMessages_callBack(path("old.xls"), {}, [](auto, auto, const auto &) {});
+    EXPECT_EQ(read("old.xls"), std::string("old") + kHead);
+}
+
+TEST_F(MessageExport, aCancelledTableIsEmptyAndReportedAsASuccess) {
+    openWith({chatOf(1, {}, {{.content = "/none/1", .isAttachment = true}, {.content = "/none/2", .isAttachment = true}, {.content = "x"}})});
+    select({0});
+    // The first missing file presses the button; while the second one is looked for the first row's call passes it on.
+    SystemCommand::setFailureListener([](const SystemCommand::Failure &failure) {
+        if (failure.words.front() == "cp")
+            cancelMeanwhile();
+    });
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportTable("out.xls");
+    EXPECT_TRUE(stands("out.xls"));
+    EXPECT_EQ(read("out.xls"), "");
+}
+
+TEST_F(MessageExport, aCancelledPageEndsWithWhatItHas) {
+    const std::string file = put("a.heic", "heic");
+    const FakeMessage picture{.content = NSString(file), .isAttachment = true, .type = "image/heic", .fileName = "a.heic"};
+    openWith({chatOf(1, {}, {picture, picture, {.content = "never"}}), chatOf(2, {}, {{.content = "nor this"}})});
+    select({0, 1});
+    PictureConverter::install([](const NSString &, const NSString &) {
+        cancelMeanwhile();
+        return false;
+    });
+    answers_.at("MessageView_exportSuccess(s)").press("MessageDialog_Ok");
+    exportPage("page");
+    const std::string page = read("page/Messages.html");
+    EXPECT_NE(page.find("a.heic"), std::string::npos);
+    EXPECT_EQ(page.find("never"), std::string::npos);
+    EXPECT_EQ(page.find("nor this"), std::string::npos);
+    EXPECT_TRUE(page.ends_with("</html>\n"));
+}
+
+TEST_F(MessageExport, thePageHasEachMessageWithItsTimeAndItsFiles) {
+    const std::string file = put("f", "bytes");
+    const auto attachment = [&](const char *type, const char *name, bool isSend, bool isFailed = false) {
+        return FakeMessage{.content = NSString(file), .isSend = isSend, .isFailed = isFailed, .isAttachment = true, .type = type, .fileName = name};
+    };
+    openWith({chatOf(1, {"7"}, {{.content = "left\none"},
+                                {.content = "right", .second = 60, .isSend = true},
+                                {.content = "lost", .second = 120, .isSend = true, .isFailed = true},
+                                attachment("image/png", "p.png", false), attachment("video/mp4", "v.mp4", true),
+                                attachment("audio/amr", "s.amr", true, true), attachment("application/pdf", "d.pdf", false)})});
+    select({0});
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportPage("page");
+    const std::string page = read("page/Messages.html");
+    std::size_t at = 0;
+    for (const char *part : {"<h2 dir=\"auto\">7 <small>MessagesTableHeader_Message</small>", "<time>2024-01-01</time>",
+                             "<div class=\"l\" dir=\"auto\">leftone<time>00:00</time>", "<div class=\"r\" dir=\"auto\">right<time>00:01</time>",
+                             "<div class=\"r f\" dir=\"auto\">lost<time>00:02</time>", "src=\"Messagesfailed.png\"", "<div class=\"l m\"",
+                             "src=\"p.png\"", "<div class=\"r m\"", "<video controls preload=\"none\" src=\"v.mp4\">", "MessageView_1Video",
+                             "<div class=\"r f m\"", "<audio controls preload=\"none\" src=\"s.amr\">"}) {
+        const std::size_t found = page.find(part, at);
+        ASSERT_NE(found, std::string::npos) << part << " behind " << page.substr(at, 300);
+        at = found;
+    }
+    EXPECT_EQ(page.find("d.pdf"), std::string::npos) << "copied, but no call names it";
+    for (const char *name : {"p.png", "v.mp4", "s.amr", "d.pdf"})
+        EXPECT_EQ(read((std::string("page/") + name).c_str()), "bytes") << name;
+    EXPECT_TRUE(stands("page/Messagesfailed.png"));
+    EXPECT_TRUE(stands("page/Icon_quickTime.png"));
+}
+
+TEST_F(MessageExport, theFolderButtonLeavesTheTablesWindowAndClosesThePages) {
+    openWithBobAndAnn();
+    select({0});
+    log_->take();
+    answers_.at("MessageView_exportSuccess").press("BackupRestore_ExportOpenFolder").press("MessageDialog_Ok");
+    exportTable("out.xls");
+    EXPECT_EQ(log_->take(), "opens " + target_.string());
+    answers_.at("MessageView_exportSuccess").press("BackupRestore_ExportOpenFolder");
+    exportPage("page");
+    EXPECT_EQ(log_->take(), "opens " + target_.string() + "/page");
+}
+
+TEST_F(MessageExport, withoutASelectionOnlyTheFolderIsRemembered) {
+    openWithBobAndAnn();
+    select({});
+    exportTable("out.xls");
+    EXPECT_FALSE(stands("out.xls"));
+    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), NSString(target_.string()));
+}
+
+TEST_F(MessageExport, aPlaceThatCannotBeWrittenIsToldAndNotRemembered) {
+    if (geteuid() == 0)
+        GTEST_SKIP() << "root may write everywhere";
+    openWithBobAndAnn();
+    select({0});
+    answers_.at("HomeView_ExportPhoto_Not_Write_Disk").press("Button_Title_OK");
+    answers_.savePanel().choose({"/proc/out.xls"});
+    manager_->exportMessage(nullptr);
+    EXPECT_TRUE(RVProductConfig::valueForKey("MessageExportPathKey").isNil());
+}
+
+// The attachments of all threads on show count, selected or not.
+TEST_F(MessageExport, asksForRoomBeforeThePanel) {
+    struct Gates : StrategyGates {
+        std::string asked;
+        std::int64_t most = 0;
+        bool actionRequestDiskSize(std::int64_t bytes) override {
+            asked += std::to_string(bytes) + " ";
+            return bytes <= most;
+        }
+        bool actionRequestDiskSize_withPath(std::int64_t bytes, const NSString &path) override {
+            asked += std::to_string(bytes) + " at " + path.str() + " ";
+            return bytes <= most;
+        }
+    };
+    const FakeMessage five{.content = NSString(put("a", "12345")), .isAttachment = true}, none{.content = "/none", .isAttachment = true};
+    openWith({chatOf(1, {}, {five, none}), chatOf(2, {}, {five})});
+    select({0});
+    const auto gates = std::make_shared<Gates>();
+    RStrategyActionEventRouter::shareInstance().install(gates);
+    manager_->exportMessage(nullptr);
+    EXPECT_EQ(gates->asked, "104857600 ");
+    gates->asked.clear();
+    gates->most = 104'857'600;
+    EXPECT_TRUE(model_->couldExportMessageAttachment());
+    EXPECT_EQ(gates->asked, "104857600 10 at /home/ann ");
+}
+
+}   // namespace

@@ -1,0 +1,125 @@
+#include "host/services/ExportPlaces.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
+#include "host/services/PrivateTarget.h"
+#include "tests/host/Program.h"
+#include "tests/support/AnswerScript.h"
+#include "tests/support/TestWorld.h"
+#include "toolkit/services/SystemCommand.h"
+#include "toolkit/views/NSSavePanel.h"
+
+namespace fs = std::filesystem;
+using host::ExportPlaces;
+using host::PrivateTarget;
+using testhost::readFile;
+
+namespace {
+
+class ExportPlacesTest : public testing::Test {
+protected:
+    ExportPlacesTest() {
+        ExportPlaces::install([this](const std::string &text) { warnings_ += text + "\n"; });
+        fs::create_directory(folder_.path() / "my files");
+    }
+    ~ExportPlacesTest() override {
+        ExportPlaces::remove();
+        RVProductConfig::install(nullptr);
+    }
+    fs::path choose(const char *type, const fs::path &path, bool replaces = false) {
+        AnswerScript answers;
+        answers.savePanel().choose({NSString(path.string())}, replaces);
+        const auto panel = NSSavePanel::savePanel();
+        panel->allowedFileTypes = {type};
+        panel->runModal();
+        return panel->URL().str();
+    }
+    [[nodiscard]] std::string names(const fs::path &folder) const {
+        std::string all;
+        for (const auto &entry : fs::recursive_directory_iterator(folder))
+            all += entry.path().lexically_relative(folder).string() + "\n";
+        return all;
+    }
+
+    TestWorld world_;
+    testhost::TempFolder folder_;
+    std::string warnings_;
+};
+
+TEST_F(ExportPlacesTest, placesThatCommandsTakeAreGivenAsTheyAre) {
+    EXPECT_EQ(choose("xls", folder_.path() / "a.xls"), folder_.path() / "a.xls");
+    EXPECT_EQ(choose("", folder_.path() / "my files/page"), folder_.path() / "my files/page") << "a page's commands quote";
+    EXPECT_EQ(choose("vcf", folder_.path() / "my files/a.vcf"), folder_.path() / "my files/a.vcf") << "no command takes it";
+}
+
+TEST_F(ExportPlacesTest, aTableIsMovedFromItsPrivatePlaceWithWhatLiesBesideIt) {
+    const fs::path wanted = folder_.path() / "my files/a'b.xls", given = choose("xls", wanted);
+    EXPECT_TRUE(SystemCommand::isPlain(NSString(given.string()))) << given;
+    fs::create_directories(wanted.parent_path() / "message attachment/1");
+    std::ofstream(wanted.parent_path() / "message attachment/1/old") << "old";
+    std::ofstream(given) << "table";
+    fs::create_directories(given.parent_path() / "message attachment/1");
+    std::ofstream(given.parent_path() / "message attachment/1/new") << "new";
+    RVProductConfig::setValue_forKey(NSString(given.parent_path().string()), "MessageExportPathKey");
+    ExportPlaces::remove();
+    EXPECT_EQ(readFile(wanted), "table");
+    EXPECT_EQ(readFile(wanted.parent_path() / "message attachment/1/old"), "old");
+    EXPECT_EQ(readFile(wanted.parent_path() / "message attachment/1/new"), "new");
+    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), NSString(wanted.parent_path().string()));
+    EXPECT_FALSE(fs::exists(given.parent_path())) << "the link is gone";
+    EXPECT_EQ(warnings_, "");
+}
+
+TEST_F(ExportPlacesTest, theFolderThatAFlowOpensIsThePersons) {
+    struct Opened : WorkspaceService {
+        std::string paths;
+        bool openFile(const NSString &path) override {
+            paths += path.str() + "\n";
+            return true;
+        }
+        bool openURL(const NSString &) override { return false; }
+    };
+    const auto opened = std::make_shared<Opened>();
+    const auto opener = ExportPlaces::opener(opened);
+    const fs::path wanted = folder_.path() / "it's", given = choose("", wanted);
+    fs::create_directory(given);
+    std::ofstream(given / "Messages.html") << "page";
+    opener->openFile(NSString(given.string()));
+    EXPECT_EQ(opened->paths, wanted.string() + "\n");
+    EXPECT_EQ(readFile(wanted / "Messages.html"), "page");
+}
+
+TEST_F(ExportPlacesTest, whatWasCancelledLeavesTheOldOne) {
+    const fs::path wanted = folder_.path() / "my files/a.xls";
+    std::ofstream(wanted) << "old";
+    const fs::path given = choose("xls", wanted, true);
+    std::ofstream(given) << "";
+    ExportPlaces::remove();
+    EXPECT_EQ(readFile(wanted), "old");
+    EXPECT_EQ(names(folder_.path()), "my files\nmy files/a.xls\n");
+}
+
+TEST(PrivateTargetTest, isTheTargetItselfWhereNoFolderCanBeMade) {
+    PrivateTarget target("/proc/nowhere/a.xls", "Messages.xls");
+    EXPECT_FALSE(target.isPrivate());
+    EXPECT_EQ(target.path(), "/proc/nowhere/a.xls");
+    EXPECT_EQ(target.moveIntoPlace(false), "");
+}
+
+TEST(PrivateTargetTest, replacesAFolderOnlyWhenTold) {
+    const testhost::TempFolder folder;
+    const fs::path wanted = folder.path() / "page";
+    fs::create_directory(wanted);
+    std::ofstream(wanted / "mine") << "mine";
+    PrivateTarget target(wanted, "Messages");
+    fs::create_directory(target.path());
+    EXPECT_EQ(target.moveIntoPlace(false), wanted.string() + ": exists already");
+    EXPECT_TRUE(fs::exists(wanted / "mine"));
+    EXPECT_EQ(target.moveIntoPlace(true), "");
+    EXPECT_FALSE(fs::exists(wanted / "mine"));
+}
+
+}  // namespace
