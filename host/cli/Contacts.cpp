@@ -10,6 +10,7 @@
 #include "host/cli/ContactRecord.h"
 #include "host/cli/ForeignFile.h"
 #include "host/cli/ImportFile.h"
+#include "host/cli/Result.h"
 #include "toolkit/lists/NSArrayController.h"
 #include "toolkit/views/SetAsideFile.h"
 
@@ -214,13 +215,6 @@ struct Selection {
     void apply(ContactCategory &category) const { all ? category.selectAll() : category.select(keys); }
 };
 
-// What the answers to the flow's questions came to; absent where it ran.
-std::optional<Status> endedByAnswers(Context &context) {
-    if (isInterrupted())
-        return kCancelled;
-    return context.presenter().refused() ? std::optional(kFailed) : std::nullopt;
-}
-
 struct FileKind {
     const char *extension, *selector;
 };
@@ -372,17 +366,7 @@ struct Details {
 Status save(Context &context, const ContactCategory &category, const char *selector, const Details &details) {
     context.presenter().fillIn(details.inputs());
     context.run([&] { category.triple().viewManager->perform(selector, {Value()}); });
-    const OperationCounts counts = context.counts();
-    const bool isSaved = counts.succeeded > 0 && counts.failed == 0;
-    if (context.options().json)
-        context.console().document({{"saved", isSaved}});
-    if (counts.reason && !isSaved) {
-        context.console().message(counts.reason->text);
-        return statusOf(counts.reason->kind);
-    }
-    if (counts.asked == 0)
-        context.console().message(isInterrupted() ? "cancelled" : "nothing was saved: no text was given");
-    return isSaved ? kDone : isInterrupted() ? kCancelled : kFailed;
+    return endSaved(context, "nothing was saved: no text was given");
 }
 
 void tick(const ContactCategory &category, const std::vector<std::string> &names) {
