@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "toolkit/dispatch/Guard.h"
+#include "toolkit/views/NSApplication.h"
 
 TestWorld::TestWorld(dispatch::Time date) {
     dispatch::reset(dispatch::makeTestClock(date));
@@ -12,10 +13,12 @@ TestWorld::TestWorld(dispatch::Time date) {
         failures_.push_back(std::string(what) + ": " + dispatch::reasonOf(failure));
         lastFailure_ = failure;
     });
+    NSApplication::resetShared();
     start_ = dispatch::now();
 }
 
 TestWorld::~TestWorld() {
+    NSApplication::resetShared();
     EXPECT_EQ(dispatch::reset(dispatch::makeRealClock()), expectedWaiting_) << "threads that still waited at the end of the test";
     dispatch::setFailureSink({});
     for (const std::string &failure : failures_)

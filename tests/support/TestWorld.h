@@ -1,4 +1,4 @@
-// One test's world: a test clock, the headless loop, and nothing left over from the test before.
+// One test's world: a test clock, the headless loop, a fresh application, and nothing left over from the test before.
 //
 // At its end every thread that still waits is released and named; a test that leaves one on purpose says so with
 // `expectWaiting`.

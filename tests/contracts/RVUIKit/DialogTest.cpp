@@ -13,40 +13,33 @@ namespace {
 struct DialogWorld {
     TestWorld world;
     EventLog log;
-    DialogWorld() { NSApplication::resetShared(); }
-    ~DialogWorld() { NSApplication::resetShared(); }
 };
 
 std::shared_ptr<RUIDialogWindowController> question(std::int64_t type, const char *left = "Yes", const char *right = "No") {
     return RUIDialogWindowController::dialog("Title", "Really?", nullptr, left, right, type);
 }
 
-struct Row {
-    const char *name;
-    std::int64_t type;
-    std::function<void(AnswerScript::Answer &)> answer;
-    std::int64_t code;
-};
-class DialogCode : public testing::TestWithParam<Row> {};
-
-TEST_P(DialogCode, belongsToTheButtonAndTheType) {
-    DialogWorld world;
-    AnswerScript answers;
-    GetParam().answer(answers.at("Really?"));
-    const auto dialog = question(GetParam().type);
-    EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), GetParam().code);
+TEST(Dialog, codesBelongToTheButtonAndTheType) {
+    using Answer = AnswerScript::Answer;
+    struct {
+        const char *name;
+        std::int64_t type;
+        std::function<void(Answer &)> answer;
+        std::int64_t code;
+    } rows[] = {{"type0Left", 0, [](Answer &a) { a.press("Yes"); }, 1}, {"type0Right", 0, [](Answer &a) { a.press("No"); }, 0},
+                {"type1Left", 1, [](Answer &a) { a.press("Yes"); }, 0}, {"type1Right", 1, [](Answer &a) { a.press("No"); }, 1},
+                {"type2", 2, [](Answer &a) { a.press("Yes"); }, 1}, {"titleBar", 0, [](Answer &a) { a.closeByTitleBar(); }, -1000},
+                {"titleBarOfType2", 2, [](Answer &a) { a.closeByTitleBar(); }, -1000}, {"escape", 1, [](Answer &a) { a.escape(); }, -1000},
+                {"stopModal", 1, [](Answer &a) { a.run([] { NSApp()->stopModal(); }); }, -1000}};
+    for (const auto &[name, type, answer, code] : rows) {
+        DialogWorld world;
+        AnswerScript answers;
+        answer(answers.at("Really?"));
+        const auto dialog = question(type);
+        EXPECT_TRUE(dialog->window()->isMemberOf<RUIDialogWindow>()) << name;
+        EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), code) << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Dialog, DialogCode,
-    testing::Values(Row{"type0Left", 0, [](auto &a) { a.press("Yes"); }, 1}, Row{"type0Right", 0, [](auto &a) { a.press("No"); }, 0},
-                    Row{"type1Left", 1, [](auto &a) { a.press("Yes"); }, 0}, Row{"type1Right", 1, [](auto &a) { a.press("No"); }, 1},
-                    Row{"type2", 2, [](auto &a) { a.press("Yes"); }, 1},
-                    Row{"titleBar", 0, [](auto &a) { a.closeByTitleBar(); }, -1000},
-                    Row{"titleBarOfType2", 2, [](auto &a) { a.closeByTitleBar(); }, -1000},
-                    Row{"escape", 1, [](auto &a) { a.escape(); }, -1000},
-                    Row{"stopModal", 1, [](auto &a) { a.run([] { NSApp()->stopModal(); }); }, -1000}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST(Dialog, ofOneButtonShowsTheLeftTitleOrElseTheRightOne) {
     DialogWorld world;
@@ -56,11 +49,6 @@ TEST(Dialog, ofOneButtonShowsTheLeftTitleOrElseTheRightOne) {
     answers.at("Really?").press("No");
     NSApp()->runModalForWindow(question(2, "", "No")->window());
     EXPECT_EQ(world.log.take(), "asks Title|Really? [Yes]\npresses Yes\nasks Title|Really? [No]\npresses No");
-}
-
-TEST(Dialog, windowIsOfTheVeryClassThatIsLookedFor) {
-    DialogWorld world;
-    EXPECT_TRUE(question(0)->window()->isMemberOf<RUIDialogWindow>());
 }
 
 TEST(Dialog, withoutCloseButtonCannotBeClosedByAPerson) {
@@ -93,28 +81,22 @@ TEST(Dialog, linkOpensItsAddress) {
     EXPECT_EQ(world.log.take(), "browses https://why.example");
 }
 
-struct LinkRow {
-    const char *name, *text, *link;
-    std::vector<NSRange> ranges;
-};
-class LinkText : public testing::TestWithParam<LinkRow> {};
-
-TEST_P(LinkText, isFoundIgnoringCaseByCharacters) {
+TEST(LinkText, isFoundIgnoringCaseByCharacters) {
+    struct {
+        const char *text, *link;
+        std::vector<NSRange> ranges;
+    } rows[] = {{"Für mehr: HIER", "hier", {{10, 4}}}, {"a b a", "a", {{0, 1}}}, {"nothing here", "link", {}}, {"text", "", {}}};
     DialogWorld world;
-    const auto field = NSTextField::labelWithString("");
-    drawLinkTextFiledAttributed_LinkString_textColor_underlineColor_font_withURL(*field, GetParam().text, GetParam().link, nullptr, nullptr,
-                                                                                 nullptr, "https://a.example");
-    std::vector<NSRange> ranges;
-    for (const TextRun &run : field->attributedStringValue()->linkRuns())
-        ranges.push_back(run.range);
-    EXPECT_EQ(ranges, GetParam().ranges);
-    EXPECT_EQ(field->attributedStringValue()->string(), NSString(GetParam().text));
+    for (const auto &[text, link, expected] : rows) {
+        const auto field = NSTextField::labelWithString("");
+        drawLinkTextFiledAttributed_LinkString_textColor_underlineColor_font_withURL(*field, text, link, nullptr, nullptr, nullptr, "https://a.example");
+        std::vector<NSRange> ranges;
+        for (const TextRun &run : field->attributedStringValue()->linkRuns())
+            ranges.push_back(run.range);
+        EXPECT_EQ(ranges, expected) << text;
+        EXPECT_EQ(field->attributedStringValue()->string(), NSString(text));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Link, LinkText,
-    testing::Values(LinkRow{"behindWideCharacters", "Für mehr: HIER", "hier", {{10, 4}}}, LinkRow{"theFirstOne", "a b a", "a", {{0, 1}}},
-                    LinkRow{"missing", "nothing here", "link", {}}, LinkRow{"empty", "text", "", {}}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST(MessageDialog, returnsByWhateverWay) {
     DialogWorld world;
@@ -147,21 +129,6 @@ TEST(AnswerScript, failsForAQuestionThatNobodyAnswersAndForAnAnswerThatNobodyAsk
     answers.at("Something else?").press("Yes");
     EXPECT_EQ(NSApp()->runModalForWindow(question(0)->window()), -1000);
     EXPECT_EQ(answers.takeFailures(), (std::vector<std::string>{"nobody answered Title|Really? [Yes No]", "nobody asked: Something else?"}));
-}
-
-TEST(AnswerScript, losesPatienceAfterTenMinutesOfEndlessWork) {
-    DialogWorld world;
-    AnswerScript answers;
-    const auto goesOn = std::make_shared<Shared<bool>>(true);
-    dispatch::async(dispatch::global(), [goesOn] {
-        while (*goesOn)
-            dispatch::sleepFor(std::chrono::seconds(1));
-    });
-    EXPECT_EQ(NSApp()->runModalForWindow(question(0)->window()), -1000);
-    *goesOn = false;
-    EXPECT_EQ(answers.takeFailures().size(), 1u);
-    EXPECT_EQ(world.world.elapsed(), std::chrono::minutes(10));
-    world.world.settle();
 }
 
 }  // namespace

@@ -10,31 +10,30 @@ namespace {
 
 using Window = std::shared_ptr<RUIProgressWindowController>;
 
-struct WindowWorld {
+class ProgressWindow : public testing::Test {
+protected:
+    // Shows a window that says "Working" until it is closed.
+    void show(const std::function<void(const Window &)> &prepare) {
+        RUIProgressWindowController::showWindow([&](const Window &window) {
+            window->mainLabel()->setStringValue("Working");
+            prepare(window);
+        });
+    }
     TestWorld world;
-    WindowWorld() { NSApplication::resetShared(); }
-    ~WindowWorld() { NSApplication::resetShared(); }
+    AnswerScript answers;
 };
 
-TEST(ProgressWindow, asksItsBlockBeforeATitleBarClosesIt) {
-    WindowWorld world;
-    AnswerScript answers;
+TEST_F(ProgressWindow, asksItsBlockBeforeATitleBarClosesIt) {
     int asked = 0;
     answers.at("Working").closeByTitleBar().closeByTitleBar();
-    RUIProgressWindowController::showWindow([&](const Window &window) {
-        window->mainLabel()->setStringValue("Working");
-        window->setWindowWillCloseBlock([&] { return ++asked == 2; });
-    });
+    show([&](const Window &window) { window->setWindowWillCloseBlock([&] { return ++asked == 2; }); });
     EXPECT_EQ(asked, 2);
 }
 
-TEST(ProgressWindow, tellsWhichButtonWasPressed) {
-    WindowWorld world;
-    AnswerScript answers;
+TEST_F(ProgressWindow, tellsWhichButtonWasPressed) {
     std::string pressed;
     answers.at("Working").press("Open").press("Cancel");
-    RUIProgressWindowController::showWindow([&](const Window &window) {
-        window->mainLabel()->setStringValue("Working");
+    show([&](const Window &window) {
         window->colorButton()->setTitle("Open");
         window->borderButton()->setTitle("Cancel");
         window->setButtonDidClickBlock([&, link = std::weak_ptr(window)](const std::shared_ptr<NSButton> &button) {
@@ -46,15 +45,12 @@ TEST(ProgressWindow, tellsWhichButtonWasPressed) {
     EXPECT_EQ(pressed, "Open;Cancel;");
 }
 
-TEST(ProgressWindow, forgetsItsBlocksAndHearsNoLateWorkerOnceClosed) {
-    WindowWorld world;
-    AnswerScript answers;
+TEST_F(ProgressWindow, forgetsItsBlocksAndHearsNoLateWorkerOnceClosed) {
     Window late;
     std::weak_ptr<int> held;
     answers.at("Working").closeByTitleBar();
-    RUIProgressWindowController::showWindow([&](const Window &window) {
+    show([&](const Window &window) {
         late = window;
-        window->mainLabel()->setStringValue("Working");
         const auto owned = std::make_shared<int>(0);
         held = owned;
         window->setButtonDidClickBlock([owned, window](const auto &) {});   // a ring, as flows make it
@@ -67,22 +63,15 @@ TEST(ProgressWindow, forgetsItsBlocksAndHearsNoLateWorkerOnceClosed) {
     EXPECT_EQ(shown->stringValue(), NSString("Working"));
 }
 
-TEST(ProgressWindow, isClosedWhenItsRunIsStoppedFromOutside) {
-    WindowWorld world;
-    AnswerScript answers;
+TEST_F(ProgressWindow, isClosedWhenItsRunIsStoppedFromOutside) {
     Window kept;
     answers.at("Working").run([] { NSApp()->stopModal(); });
-    RUIProgressWindowController::showWindow([&](const Window &window) {
-        kept = window;
-        window->mainLabel()->setStringValue("Working");
-    });
+    show([&](const Window &window) { kept = window; });
     EXPECT_TRUE(kept->isClosed());
     EXPECT_FALSE(kept->window()->isVisible());
 }
 
-TEST(ProgressWindow, standsAloneWithItsLoadBlock) {
-    WindowWorld world;
-    AnswerScript answers;
+TEST_F(ProgressWindow, standsAloneWithItsLoadBlock) {
     const auto window = make<RUIProgressWindowController>();
     window->setWindowDidLoadBlock([](const Window &loaded) { loaded->mainLabel()->setStringValue("Thumbnails"); });
     window->window()->makeKeyAndOrderFront();
@@ -90,7 +79,7 @@ TEST(ProgressWindow, standsAloneWithItsLoadBlock) {
     EXPECT_TRUE(window->window()->isMemberOf<RUIWindow>());
     EXPECT_EQ(NSApp()->modalDepth(), 0u);
     answers.at("Thumbnails").closeByTitleBar();
-    world.world.settle();
+    world.settle();
     EXPECT_TRUE(window->isClosed());
 }
 

@@ -26,21 +26,13 @@ void serveUntil(const std::function<bool()> &finished) { dispatch::loopHost()->r
 
 }  // namespace
 
-TEST(MainQueueThreads, keepsItsOrderInNestedLoopsHeadless) {
+TEST(MainQueueThreads, keepsItsOrderInNestedLoops) {
     TestWorld world;
-    EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder);
-}
-
-TEST(MainQueueThreads, keepsItsOrderInNestedLoopsOnTheCommandLine) {
-    TestWorld world;
+    EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder) << "headless";
     dispatch::reset(dispatch::makeLeapingClock());
-    EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder);
-}
-
-TEST(MainQueueThreads, keepsItsOrderInNestedLoopsInRealTime) {
-    TestWorld world;
+    EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder) << "on the command line";
     dispatch::reset(dispatch::makeRealClock());
-    EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder);
+    EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder) << "in real time";
 }
 
 TEST(TimeThreads, leapsOnlyWhenNobodyCanRun) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "tests/toolkit/lists/Item.h"
 
 namespace {
@@ -48,13 +46,6 @@ TEST_F(ArrayController, tellsRowsFirstAndCountsAsItSays) {
                            "inserted{4} of 5\n"
                            "removed{0, 2} of 3\nselection{1} a\n");
     EXPECT_EQ(names(list->snapshot()), "b a y");
-}
-
-TEST_F(ArrayController, findsTheSelectedObjectsAgainAfterTheListWasSorted) {
-    controller->setSelectedObjects({at(0)});
-    list->sortUsingDescriptors({NSSortDescriptor("name")});
-    controller->rearrangeObjects();
-    EXPECT_EQ(log->take(), "selection{0} b\nrearranged{} of 3\nselection{1} b\n");
 }
 
 TEST_F(ArrayController, losesTheSelectionWhenTheListWasEmptiedInBetween) {
@@ -155,75 +146,6 @@ TEST_F(ArrayController, toleratesAnObserverThatEndsDuringANotice) {
     controller->addObserver(log);
     controller->setSelectionIndex(1);
     EXPECT_EQ(log, nullptr);
-}
-
-// A plain model: a vector and the set of selected objects.
-TEST(ArrayControllerRandom, keepsRowsAndSelectionTogether) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    const auto controller = make<NSArrayController>();
-    std::vector<id> rows;
-    std::vector<id> selected;   // in no order
-    const auto below = [&](std::size_t limit) { return limit ? random() % limit : 0; };
-    for (int step = 0; step < 3000; ++step) {
-        switch (random() % 6) {
-        case 0: {
-            const std::size_t row = below(rows.size() + 1);
-            const id made = item("i", static_cast<int>(random() % 100));
-            controller->insertObject_atArrangedObjectIndex(made, row);
-            rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(row), made);
-            break;
-        }
-        case 1:
-            if (!rows.empty()) {
-                const std::size_t row = below(rows.size());
-                const id gone = rows[row];
-                controller->removeObjectAtArrangedObjectIndex(row);
-                rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-                std::erase(selected, gone);
-            }
-            break;
-        case 2: {
-            NSMutableIndexSet set;
-            selected.clear();
-            for (std::size_t row = 0; row < rows.size(); ++row)
-                if (random() % 3 == 0) {
-                    set.addIndex(row);
-                    selected.push_back(rows[row]);
-                }
-            controller->setSelectionIndexes(set);
-            break;
-        }
-        case 3:
-            controller->content()->sortUsingDescriptors({NSSortDescriptor("number")});
-            controller->rearrangeObjects();
-            std::stable_sort(rows.begin(), rows.end(), [](const id &a, const id &b) {
-                return static_cast<Item &>(*a).number < static_cast<Item &>(*b).number;
-            });
-            break;
-        case 4: {   // behind the controller's back
-            const id made = item("quiet");
-            controller->content()->addObject(made);
-            rows.push_back(made);
-            if (random() % 2)
-                controller->rearrangeObjects();
-            break;
-        }
-        default:
-            if (random() % 10 == 0) {
-                controller->remove();
-                std::erase_if(rows, [&](const id &row) { return std::count(selected.begin(), selected.end(), row) > 0; });
-                selected.clear();
-            }
-        }
-        ASSERT_TRUE(controller->isConsistent()) << step << " " << controller->toString();
-        ASSERT_EQ(controller->arrangedObjects().items(), rows) << step;
-        NSArray::Items now = controller->selectedObjects().items(), wanted = selected;
-        std::sort(now.begin(), now.end());
-        std::sort(wanted.begin(), wanted.end());
-        ASSERT_EQ(now, wanted) << step;
-    }
 }
 
 }  // namespace

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
-
 #include "tests/toolkit/lists/Item.h"
 
 namespace {
@@ -166,56 +163,6 @@ TEST(TreeControllerDepth, walksAndEndsATreeOfAHundredThousandLevels) {
     last.reset();
     tree->removeObjectAtArrangedObjectIndexPath({0});
     EXPECT_TRUE(deepest.expired());
-}
-
-// Random changes, through the controller and behind its back; the objects themselves are the model.
-std::string plain(const NSArray &objects) {
-    std::string text;
-    for (const id &object : objects) {
-        const auto &one = static_cast<Item &>(*object);
-        text += (text.empty() ? "" : " ") + one.name.str();
-        if (!one.children->isEmpty())
-            text += " (" + plain(one.children->snapshot()) + ")";
-    }
-    return text;
-}
-
-TEST(TreeControllerRandom, keepsNodesAndObjectsInStep) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    const auto tree = make<NSTreeController>();
-    const auto anyPath = [&] {
-        auto node = tree->arrangedObjects();
-        while (node->childCount() > 0 && random() % 3)
-            node = node->childAtIndex(random() % node->childCount());
-        return node->indexPath();
-    };
-    for (int step = 0; step < 2000; ++step) {
-        const NSIndexPath path = anyPath();
-        const auto node = tree->arrangedObjects()->descendantNodeAtIndexPath(path);
-        switch (random() % 6) {
-        case 0:
-        case 1:
-            tree->insertObject_atArrangedObjectIndexPath(item(std::to_string(step).c_str()), path.indexPathByAddingIndex(random() % 4));
-            break;
-        case 2:
-            tree->removeObjectsAtArrangedObjectIndexPaths({path, anyPath()});
-            break;
-        case 3:
-            tree->setSelectionIndexPaths({path, anyPath(), anyPath()});
-            break;
-        case 4:
-            tree->moveNode_toIndexPath(node, anyPath().indexPathByAddingIndex(random() % 3));
-            break;
-        default:
-            (path.isEmpty() ? tree->content() : node->represented<Item>()->children)->addObject(item("q"));
-            tree->rearrangeObjects();
-        }
-        ASSERT_TRUE(tree->isConsistent()) << step << " " << tree->toString();
-        const std::string whole = tree->toString();
-        ASSERT_EQ(whole.substr(0, whole.rfind(" selection")), "(" + plain(tree->content()->snapshot()) + ")") << step;
-    }
 }
 
 }  // namespace

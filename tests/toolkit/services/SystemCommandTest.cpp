@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <random>
-#include <sstream>
 #include <sys/stat.h>
 
+#include "tests/support/TempFolder.h"
 #include "toolkit/services/SystemCommand.h"
 
 namespace fs = std::filesystem;
@@ -19,18 +18,10 @@ using Files = std::map<std::string, std::string>;
 class SystemCommandTest : public testing::Test {
 protected:
     SystemCommandTest() {
-        std::string pattern = (fs::temp_directory_path() / "command-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
         SystemCommand::setFailureListener([this](const SystemCommand::Failure &failure) { reason_ = failure.reason; });
     }
-    ~SystemCommandTest() override {
-        SystemCommand::setFailureListener({});
-        fs::remove_all(folder_);
-    }
-    void put(const std::string &name, const std::string &bytes) {
-        fs::create_directories(fs::path(folder_ + "/" + name).parent_path());
-        std::ofstream(folder_ + "/" + name, std::ios::binary) << bytes;
-    }
+    ~SystemCommandTest() override { SystemCommand::setFailureListener({}); }
+    void put(const std::string &name, const std::string &bytes) { writeFile(folder_ + "/" + name, bytes); }
     std::string placed(std::string text) const {
         for (std::size_t at = 0; (at = text.find('@', at)) != std::string::npos; at += folder_.size())
             text.replace(at, 1, folder_);
@@ -42,17 +33,15 @@ protected:
     }
     Files files() const {
         Files found;
-        for (const auto &entry : fs::recursive_directory_iterator(folder_)) {
-            std::ostringstream bytes;
-            if (entry.is_regular_file())
-                bytes << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+        for (const auto &entry : fs::recursive_directory_iterator(folder_))
             if (!entry.is_directory())
-                found[entry.path().lexically_relative(folder_).string()] = bytes.str();
-        }
+                found[entry.path().lexically_relative(folder_).string()] = entry.is_regular_file() ? readFile(entry.path()) : "";
         return found;
     }
 
-    std::string folder_, reason_;
+    TempFolder temporary_;
+    const std::string folder_ = temporary_.path().string();
+    std::string reason_;
 };
 
 TEST_F(SystemCommandTest, doesTheKnownCommands) {

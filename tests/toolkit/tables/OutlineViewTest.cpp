@@ -235,6 +235,18 @@ TEST_F(Outline, opensATreeOfAHundredThousandLevels) {
     EXPECT_EQ(outline->numberOfRows(), 0);
 }
 
+// "f (a g (b)) h c", as the objects themselves tell.
+std::string plain(const NSArray &objects) {
+    std::string text;
+    for (const id &object : objects) {
+        const auto &one = static_cast<Item &>(*object);
+        text += (text.empty() ? "" : " ") + one.name.str();
+        if (!one.isLeaf && !one.children->isEmpty())
+            text += " (" + plain(one.children->snapshot()) + ")";
+    }
+    return text;
+}
+
 TEST_F(Outline, staysInStepOverRandomSequences) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
@@ -242,7 +254,8 @@ TEST_F(Outline, staysInStepOverRandomSequences) {
     for (int step = 0; step < 1500; ++step) {
         const std::int64_t count = outline->numberOfRows(), row = count ? static_cast<std::int64_t>(random() % static_cast<unsigned>(count)) : -1;
         const auto one = outline->itemAtRow(row);
-        switch (random() % 8) {
+        const NSIndexPath folder = one && !one->isLeaf() ? one->indexPath() : NSIndexPath();
+        switch (random() % 10) {
         case 0:
         case 1:
             outline->expandItem(one, random() % 4 == 0);
@@ -250,11 +263,9 @@ TEST_F(Outline, staysInStepOverRandomSequences) {
         case 2:
             outline->collapseItem(one, random() % 2 == 0);
             break;
-        case 3: {
-            const NSIndexPath path = one && !one->isLeaf() ? one->indexPath() : NSIndexPath();
-            tree->insertObject_atArrangedObjectIndexPath(random() % 2 ? leaf("l") : item("d"), path.indexPathByAddingIndex(random() % 3));
+        case 3:
+            tree->insertObject_atArrangedObjectIndexPath(random() % 2 ? leaf("l") : item("d"), folder.indexPathByAddingIndex(random() % 3));
             break;
-        }
         case 4:
             tree->remove();
             break;
@@ -263,13 +274,22 @@ TEST_F(Outline, staysInStepOverRandomSequences) {
             break;
         case 6:
             if (one)
-                tree->moveNode_toIndexPath(one, {0, 0});
+                tree->moveNode_toIndexPath(one, random() % 2 ? NSIndexPath{0, 0} : folder.indexPathByAddingIndex(random() % 3));
+            break;
+        case 7:   // behind the controller's back
+            (folder.isEmpty() ? tree->content() : one->represented<Item>()->children)->addObject(item("q"));
+            tree->rearrangeObjects();
+            break;
+        case 8:
+            tree->setSelectionIndexPaths({folder, {0}, {1, 0}});
             break;
         default:
             outline->scrollRowToVisible(row);
         }
         ASSERT_TRUE(outline->isConsistent()) << step << " " << outline->describeContent() << " " << tree->toString();
         ASSERT_TRUE(tree->isConsistent()) << step;
+        const std::string whole = tree->toString();
+        ASSERT_EQ(whole.substr(0, whole.rfind(" selection")), "(" + plain(tree->content()->snapshot()) + ")") << step;
     }
 }
 

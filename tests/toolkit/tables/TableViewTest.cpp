@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "tests/toolkit/tables/TableFixture.h"
@@ -132,25 +133,21 @@ TEST_F(Tiling, keepsARowWhoseTextIsBeingEdited) {
 
 // ---------------------------------------------------------------- geometry
 
-struct PointRow {
-    const char *name;
-    NSPoint point;
-    std::int64_t row, column;
-};
-class TablePoint : public TableFixture, public testing::WithParamInterface<PointRow> {};
-
-TEST_P(TablePoint, liesIn) {
+TEST_F(Tiling, findsRowAndColumnOfAPoint) {
     setRows(4);
-    EXPECT_EQ(table->rowAtPoint(GetParam().point), GetParam().row);
-    EXPECT_EQ(table->columnAtPoint(GetParam().point), GetParam().column);
+    struct {
+        const char *name;
+        NSPoint point;
+        std::int64_t row, column;
+    } rows[] = {   // columns end at 103 and 306, rows at 40, 80, 120, 160
+        {"first", {0, 0}, 0, 0}, {"lastPointOfFirst", {102.5, 39.5}, 0, 0}, {"edge", {103, 40}, 1, 1},
+        {"last", {305.5, 159.5}, 3, 1}, {"below", {10, 160}, -1, 0}, {"above", {10, -1}, -1, -1},
+        {"rightOfTheColumns", {306, 10}, 0, -1}, {"rightOfAll", {1000, 10}, -1, -1}, {"left", {-1, 10}, -1, -1}};
+    for (const auto &[name, point, row, column] : rows) {
+        EXPECT_EQ(table->rowAtPoint(point), row) << name;
+        EXPECT_EQ(table->columnAtPoint(point), column) << name;
+    }
 }
-
-// Columns end at 103 and 306, rows at 40, 80, 120, 160.
-INSTANTIATE_TEST_SUITE_P(Table, TablePoint,
-    testing::Values(PointRow{"first", {0, 0}, 0, 0}, PointRow{"lastPointOfFirst", {102.5, 39.5}, 0, 0}, PointRow{"edge", {103, 40}, 1, 1},
-                    PointRow{"last", {305.5, 159.5}, 3, 1}, PointRow{"below", {10, 160}, -1, 0}, PointRow{"above", {10, -1}, -1, -1},
-                    PointRow{"rightOfTheColumns", {306, 10}, 0, -1}, PointRow{"rightOfAll", {1000, 10}, -1, -1}, PointRow{"left", {-1, 10}, -1, -1}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST_F(Tiling, leavesTheGapsOutOfCells) {
     setRows(4);
@@ -500,55 +497,72 @@ TEST_F(Selecting, showsTheRowsOfADataSourceThatCounts) {
 
 // ---------------------------------------------------------------- random sequences
 
+// The plain model: the objects of the rows, and which of them stay selected.
 TEST_F(Selecting, staysInStepOverRandomSequences) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     inScrollView({306, 223});
-    std::vector<std::string> rows{"r0", "r1", "r2", "r3", "r4"};   // the plain model
+    const auto nameOf = [](const id &object) { return static_cast<Item &>(*object).name.str(); };
+    NSArray::Items rows = controller->content()->snapshot().items(), selected;
     for (int step = 0; step < 1500; ++step) {
         const std::size_t row = rows.empty() ? 0 : random() % rows.size();
+        const auto place = rows.begin() + static_cast<std::ptrdiff_t>(row);
         delegate->heights[static_cast<std::int64_t>(random() % 30)] = static_cast<double>(random() % 90);
-        switch (random() % 8) {
+        switch (random() % 10) {
         case 0:
-        case 1: {
-            const std::string name = "n" + std::to_string(random() % 1000);
-            controller->insertObject_atArrangedObjectIndex(item(name.c_str()), row);
-            rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(row), name);
+        case 1:
+            rows.insert(place, item(("n" + std::to_string(random() % 1000)).c_str()));
+            controller->insertObject_atArrangedObjectIndex(rows[row], row);
             break;
-        }
         case 2:
-            controller->removeObjectAtArrangedObjectIndex(row);
-            if (!rows.empty())
-                rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-            break;
         case 3:
-            table->performClick(static_cast<std::int64_t>(row), 0, random() % 2 ? kCommand : kShift);
-            break;
-        case 4:
-            controller->content()->sortUsingDescriptors({NSSortDescriptor("name")});
-            controller->rearrangeObjects();
-            std::stable_sort(rows.begin(), rows.end());
-            break;
-        case 5:
-            if (!rows.empty()) {
+            if (rows.empty())
+                break;
+            std::erase(selected, *place);
+            rows.erase(place);
+            if (random() % 2) {
+                controller->removeObjectAtArrangedObjectIndex(row);
+            } else {   // behind the controller's back
                 controller->content()->removeObjectAtIndex(row);
                 table->removeRowsAtIndexes_withAnimation({row});
-                rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
             }
             break;
+        case 4:
+            table->performClick(static_cast<std::int64_t>(row), 0, random() % 2 ? kCommand : kShift);
+            selected = controller->selectedObjects().items();
+            break;
+        case 5:
+            controller->content()->sortUsingDescriptors({NSSortDescriptor("name")});
+            controller->rearrangeObjects();
+            std::ranges::stable_sort(rows, {}, nameOf);
+            break;
         case 6:
+            rows.push_back(item("quiet"));
+            controller->content()->addObject(rows.back());
+            controller->rearrangeObjects();
+            break;
+        case 7:
+            if (random() % 10)
+                break;
+            controller->remove();
+            std::erase_if(rows, [&](const id &one) { return std::ranges::count(selected, one) > 0; });
+            selected.clear();
+            break;
+        case 8:
             scroll->scrollToPoint({0, static_cast<double>(random() % 1000)});
             break;
         default:
             table->scrollRowToVisible(static_cast<std::int64_t>(row));
         }
         ASSERT_TRUE(table->isConsistent()) << step << " " << table->describeContent();
-        ASSERT_TRUE(controller->isConsistent()) << step;
+        ASSERT_TRUE(controller->isConsistent()) << step << " " << controller->toString();
+        ASSERT_EQ(controller->arrangedObjects().items(), rows) << step;
+        ASSERT_TRUE(std::ranges::is_permutation(controller->selectedObjects(), selected)) << step;
         ASSERT_EQ(table->numberOfRows(), static_cast<std::int64_t>(rows.size())) << step;
         table->enumerateAvailableRowViewsUsingBlock([&](const auto &view, std::int64_t shown) {
             ASSERT_EQ(std::dynamic_pointer_cast<NSTableCellView>(view->viewAtColumn(0))->textField()->stringValue().str(),
-                      rows[static_cast<std::size_t>(shown)]) << step;
+                      nameOf(rows[static_cast<std::size_t>(shown)])) << step;
         });
     }
 }

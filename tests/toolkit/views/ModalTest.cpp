@@ -40,6 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
     Modal, WayOut,
     testing::Values(
         Row{"aCode", [](NSWindow &) { NSApp()->stopModalWithCode(7); }, 7},
+        Row{"theEndOfInput", [](NSWindow &) {}, -1000},
         Row{"stopModal", [](NSWindow &) { NSApp()->stopModal(); }, -1000},
         Row{"abortModal", [](NSWindow &) { NSApp()->abortModal(); }, -1001},
         Row{"titleBar", [](NSWindow &window) { window.performClose(); }, -1000},
@@ -55,11 +56,6 @@ INSTANTIATE_TEST_SUITE_P(
             },
             -1000}),
     [](const auto &row) { return std::string(row.param.name); });
-
-TEST(Modal, theEndOfInputIsNoButton) {
-    const ViewsWorld world;
-    EXPECT_EQ(world.application->runModalForWindow(ViewsWorld::window("w")), -1000);
-}
 
 TEST(Modal, aWindowsOwnWillCloseSendsTheCode) {
     const ViewsWorld world;

@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <unistd.h>
-
+#include "tests/support/TempFolder.h"
 #include "tests/toolkit/views/ViewsWorld.h"
 #include "toolkit/views/SetAsideFile.h"
 
@@ -14,21 +10,14 @@ namespace {
 
 class Panels : public testing::Test {
 protected:
-    Panels() : folder(fs::temp_directory_path() / ("panels-" + std::to_string(::getpid()))) {
-        fs::create_directories(folder / "sub");
+    Panels() {
+        fs::create_directories(folder.path() / "sub");
         write("old.vcf", "old");
     }
-    ~Panels() override { fs::remove_all(folder); }
-    void write(const std::string &name, const std::string &text) const { std::ofstream(folder / name) << text; }
-    [[nodiscard]] std::string read(const std::string &name) const {
-        std::ifstream file(folder / name);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return file ? text.str() : "none";
-    }
-    [[nodiscard]] NSString path(const std::string &name) const { return NSString((folder / name).string()); }
-    [[nodiscard]] std::size_t files() const { return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {})); }
-    fs::path folder;
+    void write(const std::string &name, const std::string &text) const { writeFile(folder.path() / name, text); }
+    [[nodiscard]] NSString path(const std::string &name) const { return NSString((folder.path() / name).string()); }
+    [[nodiscard]] std::size_t files() const { return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder.path()), {})); }
+    TempFolder folder;
     ViewsWorld world;
 };
 
@@ -100,13 +89,13 @@ TEST_F(Panels, aReplacedFileComesBackUnlessAWholeNewOneStands) {
         const auto panel = NSSavePanel::savePanel();
         world.presenter->answers.push_back([&] { EXPECT_TRUE(panel->choose({path("old.vcf")}, true)); });
         EXPECT_EQ(panel->runModal(), kPanelOK);
-        EXPECT_EQ(read("old.vcf"), "none") << row.name;   // moved aside before the path is given
+        EXPECT_FALSE(fs::exists(path("old.vcf").str())) << row.name;   // moved aside before the path is given
         if (row.writes)
             write("old.vcf", "new");
         if (row.failed)
             SetAsideFile::failed(path("old.vcf"));
         EXPECT_TRUE(SetAsideFile::settle(path("old.vcf"), row.whole));
-        EXPECT_EQ(read("old.vcf"), row.left) << row.name;
+        EXPECT_EQ(readFile(path("old.vcf").str()), row.left) << row.name;
         EXPECT_EQ(files(), 2u) << row.name;   // the file and the folder: nothing is left aside
     }
 }

@@ -1,19 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
+#include "tests/support/TempFolder.h"
 #include "toolkit/NSImage.h"
 
 namespace {
 
 std::string sample(const std::string &name) {
-    std::ifstream file(std::string(HN_SAMPLES_DIR) + "/photo/" + name, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    EXPECT_TRUE(file) << name;
-    return std::move(bytes).str();
+    std::string bytes = readFile(std::string(HN_SAMPLES_DIR) + "/photo/" + name);
+    EXPECT_NE(bytes, "") << name;
+    return bytes;
 }
 
 std::string sizeText(std::string_view bytes) {
@@ -109,8 +104,9 @@ TEST(Picture, isFetchedOnceAndCutWithoutReading) {
 }
 
 TEST(Picture, aFileIsMeasuredByItsHeadAndItsBytesAreNotKept) {
-    const std::string path = testing::TempDir() + "measured.jpg";
-    std::ofstream(path, std::ios::binary) << jpeg(6, true) << std::string(200'000, 'x');
+    const TempFolder folder;
+    const std::string path = folder.path() / "measured.jpg";
+    writeFile(path, jpeg(6, true) + std::string(200'000, 'x'));
     const auto image = NSImage::withContentsOfFile(path);
     EXPECT_EQ(image->size(), (NSSize{480, 640}));
     const std::weak_ptr<const NSData> bytes = image->data();

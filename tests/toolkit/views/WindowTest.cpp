@@ -54,11 +54,6 @@ class Noter : public NSView {
 public:
     std::string *log = nullptr;
     bool swallows = false;
-    void note(const char *what, NSEvent &event, void (NSResponder::*base)(NSEvent &)) {
-        *log += identifier().str() + "." + what + ";";
-        if (!swallows)
-            (this->*base)(event);
-    }
     void mouseDown(NSEvent &event) override {
         *log += identifier().str() + ".down" + std::to_string(event.clickCount) + ";";
         EXPECT_EQ(NSApp()->currentEvent().get(), &event);

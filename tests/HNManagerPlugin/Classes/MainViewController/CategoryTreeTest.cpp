@@ -165,21 +165,18 @@ TEST_F(CategoryTree, theEmptyAreaAndTheKeyboardKeepTheSelection) {
     EXPECT_EQ(rows(), before);
 }
 
-struct External {
-    std::int64_t index;
-    const char *nib;   // null: nothing happens
-};
-
 TEST_F(CategoryTree, theHostSelectsByItsOwnOrder) {
-    constexpr External kRows[] = {{9, "HNMBookMarkViewController"}, {8, "HNMBookViewController"},  {7, "HNMAppViewController"},
-                                  {6, "HNMMessageViewController"},  {5, "HNMContactViewController"}, {4, "HNMvideoViewController"},
-                                  {3, "HNMringtonesViewController"}, {2, "HNMmusicViewController"},  {1, "HNMAlbumViewController"},
-                                  {0, "HNMphotoViewController"},    {10, nullptr},                  {-1, nullptr},
-                                  {std::numeric_limits<std::int64_t>::min(), nullptr}};
+    struct {
+        std::int64_t index;
+        const char *nib;   // null: nothing happens
+    } rows[] = {{9, "HNMBookMarkViewController"}, {8, "HNMBookViewController"}, {7, "HNMAppViewController"}, {6, "HNMMessageViewController"},
+                {5, "HNMContactViewController"}, {4, "HNMvideoViewController"}, {3, "HNMringtonesViewController"}, {2, "HNMmusicViewController"},
+                {1, "HNMAlbumViewController"}, {0, "HNMphotoViewController"}, {10, nullptr}, {-1, nullptr},
+                {std::numeric_limits<std::int64_t>::min(), nullptr}};
     std::string last = shown();
-    for (const External &row : kRows) {
-        EXPECT_TRUE(ActionRouter.managerEvent().selectManagerItem(row.index));
-        EXPECT_EQ(shown(), row.nib ? row.nib : last) << "index " << row.index;
+    for (const auto &[index, nib] : rows) {
+        EXPECT_TRUE(ActionRouter.managerEvent().selectManagerItem(index));
+        EXPECT_EQ(shown(), nib ? nib : last) << "index " << index;
         last = shown();
     }
 }
@@ -191,13 +188,11 @@ TEST_F(CategoryTree, aDeviceSwitchDropsEverySubViewAndStartsAnew) {
     object(top(kPhotos)->childAtIndex(1))->setItemCount(5);
     EXPECT_EQ(object(top(kPhotos)->childAtIndex(1))->itemCountString.get(), "(5)");
     const std::weak_ptr<HNMbaseViewController> contacts = manager_->controllers.at("HNMContactViewController");
-    const auto firstPhoto = manager_->controllers.at("HNMphotoViewController").get();
 
     NSNotificationCenter::defaultCenter().postNotificationName_object(NMobileDeviceDidSwitchChangeNotification);
     EXPECT_TRUE(contacts.expired());
     EXPECT_EQ(shown(), "HNMphotoViewController");
     EXPECT_EQ(manager_->controllers.size(), 1U);
-    (void)firstPhoto;
     EXPECT_EQ(rows(), kStartRows);
     EXPECT_EQ(object(top(kPhotos))->itemCount(), 7);   // only children lose their count
     EXPECT_EQ(object(top(kPhotos)->childAtIndex(1))->itemCountString.get(), "");
@@ -383,14 +378,7 @@ TEST(PlugInEnd, goesDownInItsOrder) {
 
 // ---------------------------------------------------------------- toolkit versions
 
-struct Version {
-    double toolkit;
-    const char *log;
-};
-
-class ToolkitVersion : public testing::TestWithParam<Version> {};
-
-TEST_P(ToolkitVersion, initViewModelRunsOnce) {
+TEST(ToolkitVersion, initViewModelRunsOnceInEach) {
     class CountingManager : public HNMbaseViewManager {
     public:
         int runs = 0;
@@ -399,20 +387,19 @@ TEST_P(ToolkitVersion, initViewModelRunsOnce) {
             HNMbaseViewManager::initViewModel(model);
         }
     };
-    PluginWorld world;
-    setAppKitVersionNumber(GetParam().toolkit);
-    const auto manager = make<CountingManager>();
-    const auto model = make<HNMbaseViewModel>();
-    const auto controller = make<HNMbaseViewController>("NoSuchNib", NSBundle::bundleForClass());
-    controller->viewManager = manager;
-    controller->viewModel = model;
-    (void)controller->view();
-    EXPECT_EQ(manager->runs, 1);
-    EXPECT_EQ(manager->viewModel.lock(), model);
+    for (const double version : {1265.0, 1342.9, 1343.0, 1561.0}) {
+        PluginWorld world;
+        setAppKitVersionNumber(version);
+        const auto manager = make<CountingManager>();
+        const auto model = make<HNMbaseViewModel>();
+        const auto controller = make<HNMbaseViewController>("NoSuchNib", NSBundle::bundleForClass());
+        controller->viewManager = manager;
+        controller->viewModel = model;
+        (void)controller->view();
+        EXPECT_EQ(manager->runs, 1) << version;
+        EXPECT_EQ(manager->viewModel.lock(), model) << version;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Start, ToolkitVersion, testing::Values(Version{1265, "old"}, Version{1342.9, "older"}, Version{1343, "first"}, Version{1561, "new"}),
-                         [](const auto &row) { return std::string(row.param.log); });
 
 // ---------------------------------------------------------------- drawing
 

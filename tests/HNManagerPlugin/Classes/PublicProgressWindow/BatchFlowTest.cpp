@@ -9,6 +9,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// What each log begins with, what the first file adds to it, and a cancel with its question.
+const std::string kStart = "button: FileManager_Cancel 5\nmain: Wait\nasks Export_musics|Wait [FileManager_Cancel]\n";
+const std::string kFirstFile = "main: Exporting(1/3),  a.mp3\nsub: 1.0 KB / 4.0 KB\n";
+const std::string kCancelled = "presses FileManager_Cancel\nasks |ExportPhotoToPC_Want_To_Cancel [FileManager_OK FileManager_Cancel]\n"
+                               "presses FileManager_OK\n";
+
 class BatchFlowTest : public testing::Test {
 protected:
     BatchFlowTest() {
@@ -55,11 +61,7 @@ TEST_F(BatchFlowTest, exportGoesFromWaitingToItsResultAndOpensTheFolder) {
     answers.at("3 exported").press("BackupRestore_ExportOpenFolder").press("MessageDialog_Ok");
     const auto run = BatchFlow::run(exportPlan());
     EXPECT_EQ(run->successCount, 3);
-    EXPECT_EQ(here.log.take(), "button: FileManager_Cancel 5\n"
-                               "main: Wait\n"
-                               "asks Export_musics|Wait [FileManager_Cancel]\n"
-                               "main: Exporting(1/3),  a.mp3\n"
-                               "sub: 1.0 KB / 4.0 KB\n"
+    EXPECT_EQ(here.log.take(), kStart + kFirstFile +
                                "main: Exporting(2/3),  b.mp3\n"
                                "sub: 2.0 KB / 4.0 KB\n"
                                "main: Exporting(3/3),  c.mp3\n"
@@ -82,14 +84,7 @@ TEST_F(BatchFlowTest, exportThatIsCancelledShowsWhatItHasAtOnceAndTheRestAsFaile
     const auto run = BatchFlow::run(exportPlan());
     EXPECT_TRUE(run->isCancelled());
     here.world.settle();
-    EXPECT_EQ(here.log.take(), "button: FileManager_Cancel 5\n"
-                               "main: Wait\n"
-                               "asks Export_musics|Wait [FileManager_Cancel]\n"
-                               "main: Exporting(1/3),  a.mp3\n"
-                               "sub: 1.0 KB / 4.0 KB\n"
-                               "presses FileManager_Cancel\n"
-                               "asks |ExportPhotoToPC_Want_To_Cancel [FileManager_OK FileManager_Cancel]\n"
-                               "presses FileManager_OK\n"
+    EXPECT_EQ(here.log.take(), kStart + kFirstFile + kCancelled +
                                "button: MessageDialog_Ok 15\n"
                                "colour button: BackupRestore_ExportOpenFolder\n"
                                "main: Export_music_successfully\n2 not exported\n"
@@ -104,14 +99,7 @@ TEST_F(BatchFlowTest, importThatIsCancelledSaysSoUntilTheDeviceLayerEnds) {
     answers.at("ExportPhotoToPC_Want_To_Cancel").press("FileManager_OK");
     answers.at("2 exported\nExport_music_failed").press("MessageDialog_Ok");
     (void)BatchFlow::run(importPlan(CancelForm::questionThenStop));
-    EXPECT_EQ(here.log.take(), "button: FileManager_Cancel 5\n"
-                               "main: Wait\n"
-                               "asks Export_musics|Wait [FileManager_Cancel]\n"
-                               "main: Exporting(1/3),  a.mp3\n"
-                               "sub: 1.0 KB / 4.0 KB\n"
-                               "presses FileManager_Cancel\n"
-                               "asks |ExportPhotoToPC_Want_To_Cancel [FileManager_OK FileManager_Cancel]\n"
-                               "presses FileManager_OK\n"
+    EXPECT_EQ(here.log.take(), kStart + kFirstFile + kCancelled +
                                "main: Import_photo_cancelling\n"
                                "button: FileManager_Cancel 5 hidden\n"
                                "button: MessageDialog_Ok 15 hidden\n"
@@ -209,22 +197,16 @@ TEST_F(BatchFlowTest, formThatClosesOnYesKeepsTheWindowOnNo) {
 
 // ---------------------------------------------------------------- before the work
 
-TEST_F(BatchFlowTest, tooLittleRoomOnTheDeviceSendsNothingAndReloadsNothing) {
+TEST_F(BatchFlowTest, roomOnTheDeviceIsTestedToTheByteBeforeAnythingIsSent) {
     here.device.device().freeBytes = 3999;
     AnswerScript answers(&here.log);
     answers.at("save_to_idevice").press("OK");
     (void)BatchFlow::run(importPlan(CancelForm::questionThenStop));
-    EXPECT_EQ(here.log.take(), "button: FileManager_Cancel 5\n"
-                               "main: Wait\n"
-                               "asks Export_musics|Wait [FileManager_Cancel]\n"
+    EXPECT_EQ(here.log.take(), kStart +
                                "asks Tips|save_to_idevice [OK]\n"
                                "presses OK");
     EXPECT_EQ(here.device.device().refreshes, 1);
-}
-
-TEST_F(BatchFlowTest, justEnoughRoomOnTheDeviceIsEnough) {
     here.device.device().freeBytes = 4000;
-    AnswerScript answers;
     answers.at("3 exported").press("MessageDialog_Ok");
     EXPECT_EQ(BatchFlow::run(importPlan(CancelForm::questionThenStop))->successCount, 3);
 }

@@ -1,25 +1,17 @@
 // A world for the flows: a fake device, a log of what a person sees and does, a folder of its own on disk.
 #pragma once
 
-#include <filesystem>
-
 #include "HNManagerPlugin/contracts/RVFoundation/RVFileManageCommon.h"
 #include "tests/support/AnswerScript.h"
 #include "tests/support/FakeDevice.h"
 #include "tests/support/PluginWorld.h"
+#include "tests/support/TempFolder.h"
 #include "toolkit/services/NSLog.h"
 
 class FlowWorld {
 public:
-    FlowWorld() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "flow-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-        logWorkspaceTo(log);
-    }
-    ~FlowWorld() {
-        RVSystemInfoManager::setAvailableMemoryQuery({});
-        std::filesystem::remove_all(folder_);
-    }
+    FlowWorld() { logWorkspaceTo(log); }
+    ~FlowWorld() { RVSystemInfoManager::setAvailableMemoryQuery({}); }
     // Notes each line of the log that ends with `text`, without the place in the source that stands before it.
     void noteLogLine(std::string text) {
         setLogSink([this, text = std::move(text)](const NSString &line) {
@@ -34,5 +26,6 @@ public:
     FakeDevice device;
 
 private:
-    std::string folder_;
+    TempFolder temporary_;
+    std::string folder_ = temporary_.path().string();
 };

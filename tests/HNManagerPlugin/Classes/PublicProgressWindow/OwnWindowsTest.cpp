@@ -21,6 +21,10 @@ using namespace std::chrono_literals;
 
 TEST(CompleteDelete, goesOnWithTheDeleteButtonAlone) {
     FlowWorld here;
+    const auto window = HNXDeleteWindowController::standardDeleteCompleteWindow_Title("Sure?", "Title");
+    (void)window->window();
+    EXPECT_EQ(window->DeleteBtn.lock()->action(), "onCancelButton:");   // crosswise
+    EXPECT_EQ(window->CancelBtn.lock()->action(), "onDeleteButton:");
     AnswerScript answers(&here.log);
     answers.at("Sure?").press("FileManager_Delete");
     EXPECT_TRUE(dialogs::confirmCompleteDelete("Sure?", "Title").confirmed);
@@ -42,96 +46,69 @@ TEST(CompleteDelete, remembersItsBoxForOneQuestionOnly) {
     EXPECT_FALSE(dialogs::confirmCompleteDelete("Sure?", "Title").fromDeviceToo);
 }
 
-TEST(CompleteDelete, connectsTheButtonsCrosswise) {
-    FlowWorld here;
-    const auto window = HNXDeleteWindowController::standardDeleteCompleteWindow_Title("Sure?", "Title");
-    (void)window->window();
-    EXPECT_EQ(window->DeleteBtn.lock()->action(), "onCancelButton:");
-    EXPECT_EQ(window->CancelBtn.lock()->action(), "onDeleteButton:");
-}
-
 // ---------------------------------------------------------------- replace, keep both, skip
 
-struct ChoiceRow {
-    const char *name, *button;
-    std::int64_t code;
-};
-class Choice : public testing::TestWithParam<ChoiceRow> {};
-
-TEST_P(Choice, hasItsCode) {
-    FlowWorld here;
-    here.world.setTexts({{"Music_Name_Existe", "%@ is there"}});
-    AnswerScript answers;
-    answers.at("Song is there").press(GetParam().button);
-    ConflictStep step("Import_musics");
-    EXPECT_EQ(step.choiceFor("Song"), GetParam().code);
-    EXPECT_FALSE(step.appliesToAll());
+TEST(Conflict, eachButtonHasItsCode) {
+    for (const auto &[button, code] : {std::pair("Replace_btn", 1), std::pair("Keep_Both_btn", 2), std::pair("Skip_btn", 3)}) {
+        FlowWorld here;
+        here.world.setTexts({{"Music_Name_Existe", "%@ is there"}});
+        AnswerScript answers;
+        answers.at("Song is there").press(button);
+        ConflictStep step("Import_musics");
+        EXPECT_EQ(step.choiceFor("Song"), code) << button;
+        EXPECT_FALSE(step.appliesToAll());
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Conflict, Choice,
-    testing::Values(ChoiceRow{"replace", "Replace_btn", 1}, ChoiceRow{"keepBoth", "Keep_Both_btn", 2}, ChoiceRow{"skip", "Skip_btn", 3}),
-    [](const auto &row) { return std::string(row.param.name); });
-
-TEST(Conflict, tickedBoxAppliesTheChoiceToAllThatFollow) {
+class Conflicts : public testing::Test {
+protected:
     FlowWorld here;
     AnswerScript answers;
+    ConflictStep step{"Import_musics"};
+};
+
+TEST_F(Conflicts, tickedBoxAppliesTheChoiceToAllThatFollow) {
     answers.at("Music_Name_Existe").tick("Apply_to_All_btn").press("Skip_btn");
-    ConflictStep step("Import_musics");
     EXPECT_EQ(step.choiceFor("a"), 3);
     EXPECT_EQ(step.choiceFor("b"), 3);
     EXPECT_TRUE(NSUserDefaults::standardUserDefaults().boolForKey("mange_not_show_again"));
 }
 
-TEST(Conflict, boxThatIsTickedAndUntickedAsksAgain) {
-    FlowWorld here;
-    AnswerScript answers;
+TEST_F(Conflicts, boxThatIsTickedAndUntickedAsksAgain) {
     answers.at("Music_Name_Existe").tick("Apply_to_All_btn").tick("Apply_to_All_btn").press("Replace_btn");
     answers.at("Music_Name_Existe").press("Keep_Both_btn");
-    ConflictStep step("Import_musics");
     EXPECT_EQ(step.choiceFor("a"), 1);
     EXPECT_EQ(step.choiceFor("b"), 2);
 }
 
-TEST(Conflict, windowThatIsClosedWithTheBoxTickedKeepsNoChoiceForAll) {
-    FlowWorld here;
-    AnswerScript answers;
+TEST_F(Conflicts, windowThatIsClosedWithTheBoxTickedKeepsNoChoiceForAll) {
     answers.at("Music_Name_Existe").tick("Apply_to_All_btn").closeByTitleBar();
-    ConflictStep step("Import_musics");
     EXPECT_EQ(step.choiceFor("a"), 0);
     EXPECT_EQ(step.choiceFor("b"), 0);
 }
 
-TEST(Conflict, deviceThatLeftMeanwhileEndsTheBatch) {
-    FlowWorld here;
-    AnswerScript answers;
+TEST_F(Conflicts, deviceThatLeftMeanwhileEndsTheBatch) {
     answers.at("Music_Name_Existe").run([&] { here.device.leave(); }).press("Replace_btn");
-    ConflictStep step("Import_musics");
     EXPECT_EQ(step.choiceFor("a"), std::nullopt);
 }
 
 // ---------------------------------------------------------------- the dialog with a link
 
-struct PhotoRow {
-    const char *name;
-    std::int64_t type;
-    const char *button;
-    std::int64_t code;
-};
-class PhotoDialog : public testing::TestWithParam<PhotoRow> {};
-
-TEST_P(PhotoDialog, hasItsCodes) {
-    FlowWorld here;
-    AnswerScript answers;
-    answers.at("Done").press(GetParam().button);
-    const auto dialog = alloc<HNPhototDiolagWindowController>();
-    dialog->initTitle_WithMessage_markImage_leftBtnTitle_rightBtnTitle_windowType("T", "Done", nullptr, "Left", "Right", GetParam().type);
-    EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), GetParam().code);
+TEST(PhotoDialog, hasItsCodes) {
+    struct {
+        std::int64_t type;
+        const char *button;
+        std::int64_t code;
+    } rows[] = {{0, "Left", 1}, {0, "Right", 0}, {1, "Left", 0}, {1, "Right", 1}, {2, "Right", 1}};
+    for (const auto &[type, button, code] : rows) {
+        FlowWorld here;
+        AnswerScript answers;
+        answers.at("Done").press(button);
+        const auto dialog = alloc<HNPhototDiolagWindowController>();
+        dialog->initTitle_WithMessage_markImage_leftBtnTitle_rightBtnTitle_windowType("T", "Done", nullptr, "Left", "Right", type);
+        EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), code) << type << button;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Codes, PhotoDialog,
-    testing::Values(PhotoRow{"type0Left", 0, "Left", 1}, PhotoRow{"type0Right", 0, "Right", 0}, PhotoRow{"type1Left", 1, "Left", 0},
-                    PhotoRow{"type1Right", 1, "Right", 1}, PhotoRow{"type2Right", 2, "Right", 1}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST(PhotoDialog, ofWhatCannotBeViewedHasOneButtonAndALink) {
     FlowWorld here;
@@ -156,10 +133,15 @@ TEST(PhotoDialog, attributedTextReplacesTheMessageAndHasNoLink) {
 
 // ---------------------------------------------------------------- the older progress window
 
-TEST(ProgressWindowHost, blocksUntilItsWorkerClosesTheWindow) {
+class ProgressHost : public testing::Test {
+protected:
+    void show() { host.showProgressWindow(host.progressWindowString_upText_downText("Merge", "Wait", "")); }
     FlowWorld here;
-    AnswerScript answers(&here.log);
+    AnswerScript answers{&here.log};
     ProgressWindowHost host;
+};
+
+TEST_F(ProgressHost, blocksUntilItsWorkerClosesTheWindow) {
     dispatch::async(dispatch::global(), [&] {
         dispatch::sleepFor(1s);
         dispatch::sync(dispatch::main(), [&] {
@@ -171,39 +153,29 @@ TEST(ProgressWindowHost, blocksUntilItsWorkerClosesTheWindow) {
             host.closeProgressWindow();
         });
     });
-    host.showProgressWindow(host.progressWindowString_upText_downText("Merge", "Wait", ""));
+    show();
     EXPECT_EQ(here.log.take(), "asks Merge|Wait [FileManager_Cancel]\n49%");
     EXPECT_FALSE(host.pProressWindow);
     EXPECT_EQ(NSApp()->modalDepth(), 0u);
 }
 
-TEST(ProgressWindowHost, cancelButtonAndTitleBarBothTellTheWorkerToStop) {
+TEST_F(ProgressHost, cancelButtonAndTitleBarBothTellTheWorkerToStop) {
     for (const bool byButton : {true, false}) {
-        FlowWorld here;
-        AnswerScript answers;
-        ProgressWindowHost host;
-        if (byButton)
-            answers.at("Wait").press("FileManager_Cancel");
-        else
-            answers.at("Wait").closeByTitleBar();
-        host.showProgressWindow(host.progressWindowString_upText_downText("Merge", "Wait", ""));
-        EXPECT_TRUE(host.pProressWindow->isClosed);
-        EXPECT_FALSE(host.pProressWindow->window()->isVisible());
+        byButton ? answers.at("Wait").press("FileManager_Cancel") : answers.at("Wait").closeByTitleBar();
+        show();
+        EXPECT_TRUE(host.pProressWindow->isClosed) << byButton;
+        EXPECT_FALSE(host.pProressWindow->window()->isVisible()) << byButton;
     }
 }
 
-TEST(ProgressWindowHost, hiddenCloseButtonLeavesTheCancelButton) {
-    FlowWorld here;
-    AnswerScript answers;
-    ProgressWindowHost host;
+TEST_F(ProgressHost, hiddenCloseButtonLeavesTheCancelButton) {
     host.pProressWindow = make<HNMPublicProgressWindow>();
     host.pProressWindow->hiddenWndCloseBtn = true;
     answers.at("Wait").closeByTitleBar().run([&] { EXPECT_FALSE(host.pProressWindow->isClosed); }).press("FileManager_Cancel");
-    host.showProgressWindow(host.progressWindowString_upText_downText("Merge", "Wait", ""));
+    show();
 }
 
-TEST(ProgressWindowHost, barOfUnknownLengthCreepsTo95) {
-    FlowWorld here;
+TEST_F(ProgressHost, barOfUnknownLengthCreepsTo95) {
     const auto window = make<HNMPublicProgressWindow>();
     (void)window->window();
     for (int i = 0; i < 200; ++i)
@@ -211,10 +183,7 @@ TEST(ProgressWindowHost, barOfUnknownLengthCreepsTo95) {
     EXPECT_EQ(window->progress.lock()->progressValue(), 95);
 }
 
-TEST(ProgressWindowHost, resultDialogGivesItsCode) {
-    FlowWorld here;
-    AnswerScript answers(&here.log);
-    ProgressWindowHost host;
+TEST_F(ProgressHost, resultDialogGivesItsCode) {
     const auto contents = make<NSMutableDictionary>(NSMutableDictionary::Entries{
         {"iconName", "icon_ok"}, {"Title", "Result"}, {"Contents", "2 exported"}, {"leftButtonTitle", "OK"}, {"rightButtonTitle", "Open"}});
     answers.at("2 exported").press("Open");

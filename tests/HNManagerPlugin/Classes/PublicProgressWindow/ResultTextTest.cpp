@@ -6,38 +6,29 @@
 
 namespace {
 
-struct Row {
-    const char *name;
-    ResultKeys keys;
-    std::int64_t succeeded, total;
-    const char *text;
-};
-class ResultOf : public testing::TestWithParam<Row> {};
-
-TEST_P(ResultOf, readsAsItsCountsSay) {
+TEST(ResultText, readsAsItsCountsSay) {
+    struct {
+        const char *name;
+        ResultKeys keys;
+        std::int64_t succeeded, total;
+        const char *text;
+    } rows[] = {{"allOfOne", results::importVideos, 1, 1, "one in %ld"}, {"allOfSeveral", results::importVideos, 3, 3, "3 in"},
+                {"oneOfThree", results::importVideos, 1, 3, "one in %ld\n2 not in"}, {"twoOfThree", results::importVideos, 2, 3, "2 in\none not in %ld"},
+                {"noneOfOne", results::importVideos, 0, 1, "one not in %ld"}, {"noneOfTwo", results::importVideos, 0, 2, "2 not in"},
+                {"emptyBatch", results::importVideos, 0, 0, "one not in %ld"}, {"moreThanAsked", results::importVideos, 2, 1, "2 in\none not in %ld"},
+                {"failedVideoExportBorrowsTheDeletionsText", results::exportVideos, 0, 1, "one not deleted"},
+                {"severalFailedVideoExportsDoNot", results::exportVideos, 1, 3, "one out\n2 not out"},
+                {"contacts", results::importContacts, 0, 4, "4 contacts not in"}, {"bookmarks", results::deleteBookmarks, 5, 5, "5 gone"}};
     PluginWorld world;
     // the singular texts are taken as they stand, whatever is in them
-    world.setTexts({{"Import_Video_successfully", "one in %ld"},       {"Import_Video_successfullys", "%ld in"},
-                    {"Import_Video_failed", "one not in %ld"},         {"Import_Video_faileds", "%ld not in"},
-                    {"Export_Video_successfully", "one out"},      {"Export_Video_faileds", "%ld not out"},
-                    {"Delete_Video_failed", "one not deleted"},    {"ContactView_importFailed(s)", "%ld contacts not in"},
+    world.setTexts({{"Import_Video_successfully", "one in %ld"}, {"Import_Video_successfullys", "%ld in"},
+                    {"Import_Video_failed", "one not in %ld"}, {"Import_Video_faileds", "%ld not in"},
+                    {"Export_Video_successfully", "one out"}, {"Export_Video_faileds", "%ld not out"},
+                    {"Delete_Video_failed", "one not deleted"}, {"ContactView_importFailed(s)", "%ld contacts not in"},
                     {"BMView_deleteResults_success", "%ld gone"}});
-    EXPECT_EQ(resultText(GetParam().keys, GetParam().succeeded, GetParam().total), NSString(GetParam().text));
+    for (const auto &[name, keys, succeeded, total, text] : rows)
+        EXPECT_EQ(resultText(keys, succeeded, total), NSString(text)) << name;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Batch, ResultOf,
-    testing::Values(Row{"allOfOne", results::importVideos, 1, 1, "one in %ld"}, Row{"allOfSeveral", results::importVideos, 3, 3, "3 in"},
-                    Row{"oneOfThree", results::importVideos, 1, 3, "one in %ld\n2 not in"},
-                    Row{"twoOfThree", results::importVideos, 2, 3, "2 in\none not in %ld"},
-                    Row{"noneOfOne", results::importVideos, 0, 1, "one not in %ld"}, Row{"noneOfTwo", results::importVideos, 0, 2, "2 not in"},
-                    Row{"emptyBatch", results::importVideos, 0, 0, "one not in %ld"},
-                    Row{"moreThanAsked", results::importVideos, 2, 1, "2 in\none not in %ld"},
-                    Row{"failedVideoExportBorrowsTheDeletionsText", results::exportVideos, 0, 1, "one not deleted"},
-                    Row{"severalFailedVideoExportsDoNot", results::exportVideos, 1, 3, "one out\n2 not out"},
-                    Row{"contacts", results::importContacts, 0, 4, "4 contacts not in"},
-                    Row{"bookmarks", results::deleteBookmarks, 5, 5, "5 gone"}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST(Percent, ofNothingIsNothing) {
     EXPECT_EQ(percentOf(5, 0), 0);

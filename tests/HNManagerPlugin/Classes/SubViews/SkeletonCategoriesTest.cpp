@@ -10,14 +10,6 @@
 
 namespace {
 
-struct Skeleton {
-    const char *name;
-    std::shared_ptr<SkeletonViewManager> (*manager)();
-    std::shared_ptr<SkeletonViewModel> (*model)();
-    const char *entity, *first, *text, *found;
-};
-class SkeletonCategory : public testing::TestWithParam<Skeleton> {};
-
 std::string titles(const HNMbaseViewModel &model) {
     std::string text;
     for (const id &row : model.contents->snapshot())
@@ -25,11 +17,11 @@ std::string titles(const HNMbaseViewModel &model) {
     return text;
 }
 
-TEST_P(SkeletonCategory, showsTenRowsAndSearchesTheirTitles) {
+template <class Manager, class Model> void showsTenRowsAndSearches(const char *entity, const char *first, const char *text, const char *found) {
     PluginWorld world;
     world.setTexts({{"Bottom_items_Format", "%ld all"}, {"Bottom_item_Format_Select", "1 of them"}});
-    const auto manager = GetParam().manager();
-    const auto model = GetParam().model();
+    const auto manager = make<Manager>();
+    const auto model = make<Model>();
     const auto rows = make<NSArrayController>();
     rows->setContent(model->contents);
     model->arrayController = rows;
@@ -38,24 +30,20 @@ TEST_P(SkeletonCategory, showsTenRowsAndSearchesTheirTitles) {
     world.settle();
     ASSERT_EQ(model->contents->count(), 10u);
     EXPECT_EQ(model->globalArray->count(), 10u);
-    EXPECT_EQ(model->contents->firstObject()->className(), NSString(GetParam().entity));
-    EXPECT_EQ(model->contents->firstObject()->valueForKey("title").text(), NSString(GetParam().first));
-    EXPECT_EQ(model->contents->firstObject()->valueForKey("sortKey").text(), NSString(GetParam().first));
+    EXPECT_EQ(model->contents->firstObject()->className(), NSString(entity));
+    EXPECT_EQ(model->contents->firstObject()->valueForKey("sortKey").text(), NSString(first));
     EXPECT_EQ(manager->tableRowInfoString.get(), NSString("10 all"));
     rows->setSelectionIndex(3);
     manager->RowSelectedChange();
     EXPECT_EQ(manager->tableRowInfoString.get(), NSString("1 of them"));
-    EXPECT_TRUE(model->searchFileByString(GetParam().text));
-    EXPECT_EQ(titles(*model), GetParam().found);
+    EXPECT_TRUE(model->searchFileByString(text));
+    EXPECT_EQ(titles(*model), found);
     EXPECT_FALSE(model->searchFileByString("nothing"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Categories, SkeletonCategory,
-    testing::Values(Skeleton{"notes", [] { return std::shared_ptr<SkeletonViewManager>(make<HNMNoteViewManager>()); },
-                             [] { return std::shared_ptr<SkeletonViewModel>(make<HNMNoteViewModel>()); }, "HNNoteEntity", "Note 1", "NOTE 1", "Note 1|Note 10"},
-                    Skeleton{"calendars", [] { return std::shared_ptr<SkeletonViewManager>(make<HNMCalendarViewManager>()); },
-                             [] { return std::shared_ptr<SkeletonViewModel>(make<HNMCalendarViewModel>()); }, "HNCalendarEntity", "Calendar 1", "dar 2", "Calendar 2"}),
-    [](const auto &info) { return std::string(info.param.name); });
+TEST(SkeletonCategories, showTenRowsAndSearchTheirTitles) {
+    showsTenRowsAndSearches<HNMNoteViewManager, HNMNoteViewModel>("HNNoteEntity", "Note 1", "NOTE 1", "Note 1|Note 10");
+    showsTenRowsAndSearches<HNMCalendarViewManager, HNMCalendarViewModel>("HNCalendarEntity", "Calendar 1", "dar 2", "Calendar 2");
+}
 
 }   // namespace
