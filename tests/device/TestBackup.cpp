@@ -5,13 +5,7 @@
 
 namespace testdevice {
 
-TestBackup::TestBackup() : path_(temporary_.path() / "00008030-ABC") {
-    std::filesystem::create_directories(path_);
-    describe();
-    execOn(path_ / "Manifest.db", "CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB)");
-}
-
-TestBackup::TestBackup(std::filesystem::path folder) : path_(std::move(folder)) {
+TestBackup::TestBackup(std::filesystem::path folder) : path_(folder.empty() ? temporary_.path() / "00008030-ABC" : std::move(folder)) {
     std::filesystem::create_directories(path_);
     describe();
     execOn(path_ / "Manifest.db", "CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB)");

@@ -8,8 +8,7 @@ namespace testdevice {
 class TestBackup {
 public:
     // In a folder of its own, or in `folder`.
-    TestBackup();
-    explicit TestBackup(std::filesystem::path folder);
+    explicit TestBackup(std::filesystem::path folder = {});
 
     [[nodiscard]] const std::filesystem::path &path() const { return path_; }
     // Adds a row and the bytes of a file; `flags` 1 file, 2 folder.

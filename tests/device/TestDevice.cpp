@@ -5,9 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "device/plist/PropertyList.h"
@@ -16,19 +13,6 @@
 namespace testdevice {
 
 namespace fs = std::filesystem;
-
-TempFolder::TempFolder() {
-    const fs::path memory = "/dev/shm";   // most of these tests wait for the disk and for nothing else
-    std::error_code error;
-    const bool isThere = fs::is_directory(memory, error) && access(memory.c_str(), W_OK) == 0;
-    std::string pattern = ((isThere ? memory : fs::temp_directory_path()) / "hn-test-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-}
-
-TempFolder::~TempFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
 
 namespace {
 
@@ -90,27 +74,6 @@ const Version &newestVersion() { return versions()[3]; }
 void execOn(const fs::path &database, const std::string &sql) {
     device::sqlite::Database opened(database, device::sqlite::Access::create);
     opened.exec(sql);
-}
-
-void write(const fs::path &file, std::string_view bytes) {
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
-std::string readFile(const fs::path &file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-std::string pictureOf(const fs::path &folder) {
-    std::vector<std::string> lines;
-    for (const auto &entry : fs::recursive_directory_iterator(folder))
-        lines.push_back(fs::relative(entry.path(), folder).string() + "\n" + (entry.is_regular_file() ? readFile(entry.path()) : "/"));
-    std::ranges::sort(lines);
-    std::string all;
-    for (const std::string &line : lines)
-        all += line + "\n";
-    return all;
 }
 
 TestImage::TestImage(const Version &version, const std::string &sql) {

@@ -10,20 +10,11 @@
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
 #include "device/ImageFolder.h"
 #include "device/contacts/AddressBookStore.h"
+#include "tests/support/TempFolder.h"
 
 namespace testdevice {
 
-// Removed with everything in it at the end.
-class TempFolder {
-public:
-    TempFolder();
-    TempFolder(const TempFolder &) = delete;
-    ~TempFolder();
-    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
+using ::pictureOf, ::readFile, ::TempFolder;
 
 // The tables of an address book as one version of the system made it.
 struct Version {
@@ -56,10 +47,7 @@ private:
 };
 
 void execOn(const std::filesystem::path &database, const std::string &sql);
-void write(const std::filesystem::path &file, std::string_view bytes);
-[[nodiscard]] std::string readFile(const std::filesystem::path &file);
-// Relative names, sizes and contents of everything below a folder: equal means untouched.
-[[nodiscard]] std::string pictureOf(const std::filesystem::path &folder);
+inline void write(const std::filesystem::path &file, std::string_view bytes) { writeFile(file, bytes); }
 
 using Fill = std::function<void(ZpContactDataInfo &)>;
 [[nodiscard]] std::shared_ptr<ZpContactDataInfo> contact(const Fill &fill);

@@ -2,90 +2,51 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/TempFolder.h"
+
 using namespace device::picture;
 
 namespace {
 
-struct Row {
-    const char *name;
-    std::string png;
-    std::vector<std::uint8_t> rgb;
-};
+// By the names of their files.
+const std::pair<const char *, std::vector<std::uint8_t>> kPictures[] = {
+    {"subAndPaeth", {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30}},
+    {"upAndAverageStored", {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30, 0, 0, 255, 10, 20, 30}},
+    {"oneBitGreyFixedCodes", {255, 255, 255, 0, 0, 0, 255, 255, 255}},
+    {"paletteWithTransparency", {1, 2, 3, 255, 255, 255}},
+    {"sixteenBitsHalfTransparent", {177, 152, 127}},
+    {"greyAlpha", {40, 40, 40}},
+    {"namedTransparentGrey", {255, 255, 255}},
+    {"interlaced", {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 6, 6, 6, 7, 7, 7, 8, 8, 8, 9, 9, 9}}};
+
+std::string sample(const char *name) { return readFile(HN_SAMPLES_DIR "/png/" + std::string(name) + ".png"); }
+
 template <std::size_t N> std::string bytes(const char (&text)[N]) { return std::string(text, N - 1); }
 
-class PngPicture : public testing::TestWithParam<Row> {};
-
-TEST_P(PngPicture, givesItsPixels) {
-    const auto pixels = decodedPng(GetParam().png);
-    ASSERT_TRUE(pixels);
-    EXPECT_EQ(pixels->rgb, GetParam().rgb);
-    const auto jpeg = convertedToJpeg(GetParam().png);
-    ASSERT_TRUE(jpeg);
-    EXPECT_TRUE(isJpeg(*jpeg));
-}
-
-TEST_P(PngPicture, cutOrSpoiltNeverCrashes) {
-    for (std::size_t at = 0; at < GetParam().png.size(); ++at) {
-        EXPECT_FALSE(decodedPng(GetParam().png.substr(0, at)) && at + 12 + 4 < GetParam().png.size()) << at;
-        for (const int bits : {0xFF, 0x01, 0x80}) {
-            std::string spoilt = GetParam().png;
-            spoilt[at] = static_cast<char>(spoilt[at] ^ bits);
-            (void)decodedPng(spoilt);
-        }
+TEST(PngPicture, givesItsPixels) {
+    for (const auto &[name, rgb] : kPictures) {
+        const std::string png = sample(name);
+        const auto pixels = decodedPng(png);
+        ASSERT_TRUE(pixels) << name;
+        EXPECT_EQ(pixels->rgb, rgb) << name;
+        const auto jpeg = convertedToJpeg(png);
+        EXPECT_TRUE(jpeg && isJpeg(*jpeg)) << name;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Picture, PngPicture,
-    testing::Values(
-        Row{"subAndPaeth",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x02\x00\x00\x00\x02"
-                  "\x08\x02\x00\x00\x00\xFD\xD4\x9A\x73\x00\x00\x00\x16\x49\x44\x41\x54\x78\xDA\x63\xFC\xCF\xC0\xC0"
-                  "\xF8\x9F\x81\x85\x91\xE1\x3F\x97\xA8\x3C\x00\x1A\x95\x03\x43\x73\x92\x2D\x94\x00\x00\x00\x00\x49"
-                  "\x45\x4E\x44\xAE\x42\x60\x82"),
-            {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30}},
-        Row{"upAndAverageStored",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x02\x00\x00\x00\x03"
-                  "\x08\x02\x00\x00\x00\x36\x88\x49\xD6\x00\x00\x00\x20\x49\x44\x41\x54\x78\x01\x01\x15\x00\xEA\xFF"
-                  "\x00\xFF\x00\x00\x00\xFF\x00\x02\x01\x00\xFF\x0A\x15\x1E\x03\x00\x00\x80\x05\x0A\x90\x33\xE8\x04"
-                  "\x60\x74\x85\xD1\x0B\x00\x00\x00\x00\x49\x45\x4E\x44\xAE\x42\x60\x82"),
-            {255, 0, 0, 0, 255, 0, 0, 0, 255, 10, 20, 30, 0, 0, 255, 10, 20, 30}},
-        Row{"oneBitGreyFixedCodes",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x03\x00\x00\x00\x01"
-                  "\x01\x00\x00\x00\x00\x33\x9B\x29\x19\x00\x00\x00\x0A\x49\x44\x41\x54\x78\x01\x63\x58\x00\x00\x00"
-                  "\xA2\x00\xA1\xE7\x57\x14\xA5\x00\x00\x00\x00\x49\x45\x4E\x44\xAE\x42\x60\x82"),
-            {255, 255, 255, 0, 0, 0, 255, 255, 255}},
-        Row{"paletteWithTransparency",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x02\x00\x00\x00\x01"
-                  "\x02\x03\x00\x00\x00\x89\x4C\x97\x19\x00\x00\x00\x09\x50\x4C\x54\x45\x00\x00\x00\x01\x02\x03\xC8"
-                  "\x64\x00\xBE\x67\xAF\xB0\x00\x00\x00\x03\x74\x52\x4E\x53\xFF\xFF\x00\xD7\xCA\x0D\x41\x00\x00\x00"
-                  "\x0A\x49\x44\x41\x54\x78\xDA\x63\x48\x00\x00\x00\x62\x00\x61\x1C\x10\x03\x7F\x00\x00\x00\x00\x49"
-                  "\x45\x4E\x44\xAE\x42\x60\x82"),
-            {1, 2, 3, 255, 255, 255}},
-        Row{"sixteenBitsHalfTransparent",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x01\x00\x00\x00\x01"
-                  "\x10\x06\x00\x00\x00\x4F\x85\x18\xCA\x00\x00\x00\x11\x49\x44\x41\x54\x78\xDA\x63\x48\x61\x34\x62"
-                  "\x62\x60\x6E\x60\x01\x00\x05\x73\x01\x21\x46\xB7\x58\x82\x00\x00\x00\x00\x49\x45\x4E\x44\xAE\x42"
-                  "\x60\x82"),
-            {177, 152, 127}},
-        Row{"greyAlpha",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x01\x00\x00\x00\x01"
-                  "\x08\x04\x00\x00\x00\xB5\x1C\x0C\x02\x00\x00\x00\x0B\x49\x44\x41\x54\x78\xDA\x63\xD0\xF8\x0F\x00"
-                  "\x01\x52\x01\x28\x5E\xE5\x9B\x62\x00\x00\x00\x00\x49\x45\x4E\x44\xAE\x42\x60\x82"),
-            {40, 40, 40}},
-        Row{"namedTransparentGrey",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x01\x00\x00\x00\x01"
-                  "\x08\x00\x00\x00\x00\x3A\x7E\x9B\x55\x00\x00\x00\x02\x74\x52\x4E\x53\x00\x09\x0F\x4F\x75\x9C\x00"
-                  "\x00\x00\x0A\x49\x44\x41\x54\x78\xDA\x63\xE0\x04\x00\x00\x0B\x00\x0A\x6E\xA3\x94\x1F\x00\x00\x00"
-                  "\x00\x49\x45\x4E\x44\xAE\x42\x60\x82"),
-            {255, 255, 255}},
-        Row{"interlaced",
-            bytes("\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x03\x00\x00\x00\x03"
-                  "\x08\x00\x00\x00\x01\x04\x44\xDA\xF5\x00\x00\x00\x17\x49\x44\x41\x54\x78\xDA\x63\x60\x64\x60\x66"
-                  "\x60\xE7\x64\x60\x62\xE0\x60\x60\x61\x65\x03\x00\x01\x2A\x00\x2E\xA6\xA8\x46\xFC\x00\x00\x00\x00"
-                  "\x49\x45\x4E\x44\xAE\x42\x60\x82"),
-            {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 6, 6, 6, 7, 7, 7, 8, 8, 8, 9, 9, 9}}),
-    [](const auto &row) { return std::string(row.param.name); });
+TEST(PngPicture, cutOrSpoiltNeverCrashes) {
+    for (const auto &[name, rgb] : kPictures) {
+        const std::string png = sample(name);
+        for (std::size_t at = 0; at < png.size(); ++at) {
+            EXPECT_FALSE(decodedPng(png.substr(0, at)) && at + 12 + 4 < png.size()) << name << at;
+            for (const int bits : {0xFF, 0x01, 0x80}) {
+                std::string spoilt = png;
+                spoilt[at] = static_cast<char>(spoilt[at] ^ bits);
+                (void)decodedPng(spoilt);
+            }
+        }
+    }
+}
 
 TEST(PngPicture, aSizeThatNobodyHasRoomForIsRefused) {
     std::string huge = bytes("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\x7F\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x08\x02\0\0\0----\0\0\0\0IEND----");
