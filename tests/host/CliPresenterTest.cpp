@@ -19,7 +19,6 @@ namespace {
 // A presenter without a terminal, in a world whose texts are the program's own.
 struct PresenterWorld {
     explicit PresenterWorld(bool yes = false) : presenter(std::make_shared<CliPresenter>(console, yes)) {
-        NSApplication::resetShared();
         NSBundle::setMainBundle(std::make_shared<NSBundle>(NSString(HN_BINARY_DIR "/Resources")));
         Presenter::install(presenter);
         dispatch::setSettledHandlers({[this] { return presenter->act(); }, [this] { return presenter->over(); }});
@@ -39,32 +38,27 @@ struct PresenterWorld {
     std::shared_ptr<CliPresenter> presenter;
 };
 
-struct Dialog {
-    const char *name, *left, *right;
-    std::int64_t type;
-    bool yes;
-    std::int64_t code;
-    bool refused;
-};
-class Dialogs : public testing::TestWithParam<Dialog> {};
-
-TEST_P(Dialogs, areAnsweredByTheKeysOfTheirButtons) {
-    const auto &row = GetParam();
-    PresenterWorld w(row.yes);
-    EXPECT_EQ(w.ask("Delete it?", row.left, row.right, row.type), row.code);
-    EXPECT_EQ(w.presenter->refused(), row.refused);
-}
-
 // Of a dialog of type 0 the left button gives 1, of type 1 the right one, and the other 0.
-INSTANTIATE_TEST_SUITE_P(Answers, Dialogs, testing::Values(
-    Dialog{"goingOnStandsRight", "ContactView_button_Cancel", "ContactView_button_Delete", 1, true, 1, false},
-    Dialog{"goingOnStandsRightAndGivesNought", "FileManager_Cancel", "FileManager_Delete", 0, true, 0, false},
-    Dialog{"goingOnStandsLeft", "FileManager_Delete", "FileManager_Cancel", 0, true, 1, false},
-    Dialog{"withoutYesItRefuses", "FileManager_Cancel", "FileManager_Delete", 1, false, 0, true},
-    Dialog{"information", "FileManager_OK", "FileManager_OK", 2, false, 1, false},
-    Dialog{"informationWithAFolderToOpen", "BackupRestore_ExportOpenFolder", "MessageDialog_Ok", 1, true, 1, false},
-    Dialog{"unknownButtonsAreClosed", "Apply_to_All_btn", "Skip_btn", 1, true, -1000, true}),
-    [](const auto &row) { return std::string(row.param.name); });
+TEST(Dialogs, areAnsweredByTheKeysOfTheirButtons) {
+    struct {
+        const char *name, *left, *right;
+        std::int64_t type;
+        bool yes;
+        std::int64_t code;
+        bool refused;
+    } rows[] = {{"goingOnStandsRight", "ContactView_button_Cancel", "ContactView_button_Delete", 1, true, 1, false},
+                {"goingOnStandsRightAndGivesNought", "FileManager_Cancel", "FileManager_Delete", 0, true, 0, false},
+                {"goingOnStandsLeft", "FileManager_Delete", "FileManager_Cancel", 0, true, 1, false},
+                {"withoutYesItRefuses", "FileManager_Cancel", "FileManager_Delete", 1, false, 0, true},
+                {"information", "FileManager_OK", "FileManager_OK", 2, false, 1, false},
+                {"informationWithAFolderToOpen", "BackupRestore_ExportOpenFolder", "MessageDialog_Ok", 1, true, 1, false},
+                {"unknownButtonsAreClosed", "Apply_to_All_btn", "Skip_btn", 1, true, -1000, true}};
+    for (const auto &[name, left, right, type, yes, code, refused] : rows) {
+        PresenterWorld w(yes);
+        EXPECT_EQ(w.ask("Delete it?", left, right, type), code) << name;
+        EXPECT_EQ(w.presenter->refused(), refused) << name;
+    }
+}
 
 TEST(CancelPrompt, isNeverAnsweredByYesButByAnInterrupt) {
     PresenterWorld w(true);

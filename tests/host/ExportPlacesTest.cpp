@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "host/services/PrivateTarget.h"
 #include "tests/host/Program.h"
@@ -58,11 +56,9 @@ TEST_F(ExportPlacesTest, placesThatCommandsTakeAreGivenAsTheyAre) {
 TEST_F(ExportPlacesTest, aTableIsMovedFromItsPrivatePlaceWithWhatLiesBesideIt) {
     const fs::path wanted = folder_.path() / "my files/a'b.xls", given = choose("xls", wanted);
     EXPECT_TRUE(SystemCommand::isPlain(NSString(given.string()))) << given;
-    fs::create_directories(wanted.parent_path() / "message attachment/1");
-    std::ofstream(wanted.parent_path() / "message attachment/1/old") << "old";
-    std::ofstream(given) << "table";
-    fs::create_directories(given.parent_path() / "message attachment/1");
-    std::ofstream(given.parent_path() / "message attachment/1/new") << "new";
+    writeFile(wanted.parent_path() / "message attachment/1/old", "old");
+    writeFile(given, "table");
+    writeFile(given.parent_path() / "message attachment/1/new", "new");
     RVProductConfig::setValue_forKey(NSString(given.parent_path().string()), "MessageExportPathKey");
     ExportPlaces::remove();
     EXPECT_EQ(readFile(wanted), "table");
@@ -85,8 +81,7 @@ TEST_F(ExportPlacesTest, theFolderThatAFlowOpensIsThePersons) {
     const auto opened = std::make_shared<Opened>();
     const auto opener = ExportPlaces::opener(opened);
     const fs::path wanted = folder_.path() / "it's", given = choose("", wanted);
-    fs::create_directory(given);
-    std::ofstream(given / "Messages.html") << "page";
+    writeFile(given / "Messages.html", "page");
     opener->openFile(NSString(given.string()));
     EXPECT_EQ(opened->paths, wanted.string() + "\n");
     EXPECT_EQ(readFile(wanted / "Messages.html"), "page");
@@ -94,9 +89,8 @@ TEST_F(ExportPlacesTest, theFolderThatAFlowOpensIsThePersons) {
 
 TEST_F(ExportPlacesTest, whatWasCancelledLeavesTheOldOne) {
     const fs::path wanted = folder_.path() / "my files/a.xls";
-    std::ofstream(wanted) << "old";
-    const fs::path given = choose("xls", wanted, true);
-    std::ofstream(given) << "";
+    writeFile(wanted, "old");
+    writeFile(choose("xls", wanted, true), "");
     ExportPlaces::remove();
     EXPECT_EQ(readFile(wanted), "old");
     EXPECT_EQ(names(folder_.path()), "my files\nmy files/a.xls\n");
@@ -112,8 +106,7 @@ TEST(PrivateTargetTest, isTheTargetItselfWhereNoFolderCanBeMade) {
 TEST(PrivateTargetTest, replacesAFolderOnlyWhenTold) {
     const testhost::TempFolder folder;
     const fs::path wanted = folder.path() / "page";
-    fs::create_directory(wanted);
-    std::ofstream(wanted / "mine") << "mine";
+    writeFile(wanted / "mine", "mine");
     PrivateTarget target(wanted, "Messages");
     fs::create_directory(target.path());
     EXPECT_EQ(target.moveIntoPlace(false), wanted.string() + ": exists already");

@@ -3,12 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "HNManagerPlugin/contracts/RVFoundation/FatalParseFailure.h"
-#include "host/cli/PluginSession.h"
 #include "tests/host/Program.h"
 #include "tests/support/TestWorld.h"
 #include "toolkit/services/NSBundle.h"
-#include "toolkit/views/NSApplication.h"
+#include "toolkit/views/NSViewController.h"
 
 namespace {
 
@@ -31,7 +29,6 @@ TEST(PluginModule, tellsWhatIsWrongWithWhatIsNone) {
 
 TEST(PluginModule, objectsCrossItsBoundaryWithTheirClasses) {
     const TestWorld world;
-    NSApplication::resetShared();
     const auto resources = std::make_shared<NSBundle>(NSString(HN_BINARY_DIR "/Resources"));
     NSBundle::setMainBundle(resources);
     NSBundle::setPluginBundle(resources);
@@ -51,26 +48,6 @@ TEST(PluginModule, objectsCrossItsBoundaryWithTheirClasses) {
         EXPECT_EQ(tree->className(), NSString("NSTreeController"));
     }
     dispatch::settle();
-}
-
-TEST(PluginModule, aFailureThrownInsideIsCaughtOutsideByItsClass) {
-    const testhost::Program home;   // only for its folder
-    setenv("HOME", home.home().c_str(), 1);
-    const TestWorld world;
-    NSApplication::resetShared();
-    const host::Services services([](const std::string &) {}, [](auto, const std::string &) {});
-    host::cli::PluginSession session(services);
-    const auto contacts = session.choose(host::cli::kContactsPlace);
-    bool isCaught = false;
-    try {
-        contacts.viewModel->perform("loadImportContactsVCFDataFromPath:", {NSString(home.file("empty.vcf", ""))});
-    } catch (const FatalParseFailure &failure) {
-        isCaught = true;
-        EXPECT_EQ(failure.line(), 1);
-        EXPECT_TRUE(failure.file().hasSuffix("/empty.vcf"));
-        EXPECT_FALSE(failure.reason().isEmpty());
-    }
-    EXPECT_TRUE(isCaught);
 }
 
 }  // namespace

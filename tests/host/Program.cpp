@@ -6,10 +6,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <fstream>
-#include <sstream>
-
 #include "device/BackupFolder.h"
 #include "device/plist/PropertyList.h"
 #include "device/sample/Sample.h"
@@ -33,11 +29,6 @@ constexpr const char *kRows =
     "INSERT INTO ABGroup (ROWID, Name) VALUES (7, 'Friends');"
     "INSERT INTO ABGroupMembers (group_id, member_type, member_id) VALUES (7, 0, 1);";
 
-void write(const fs::path &path, std::string_view bytes) {
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
-}
-
 std::vector<char *> pointersTo(std::vector<std::string> &texts) {
     std::vector<char *> pointers;
     for (std::string &text : texts)
@@ -56,35 +47,6 @@ std::vector<std::string> environmentOf(const fs::path &home) {
 }
 
 }  // namespace
-
-TempFolder::TempFolder() {
-    std::string pattern = (fs::temp_directory_path() / "hnmanager-test-XXXXXX").string();
-    if (!mkdtemp(pattern.data()))
-        throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-}
-
-TempFolder::~TempFolder() {
-    std::error_code error;
-    fs::remove_all(path_, error);
-}
-
-std::string readFile(const fs::path &path) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(path, std::ios::binary).rdbuf();
-    return bytes.str();
-}
-
-std::string pictureOf(const fs::path &folder) {
-    std::vector<std::string> entries;
-    for (const auto &entry : fs::recursive_directory_iterator(folder))
-        entries.push_back(fs::relative(entry.path(), folder).string() + "\n" + (entry.is_regular_file() ? readFile(entry.path()) : ""));
-    std::ranges::sort(entries);
-    std::string picture;
-    for (const std::string &entry : entries)
-        picture += entry + "\n";
-    return picture;
-}
 
 Outcome Program::run(const std::vector<std::string> &arguments, const std::vector<std::string> &prefix) const {
     const TempFolder outputs;
@@ -109,6 +71,13 @@ Outcome Program::run(const std::vector<std::string> &arguments, const std::vecto
     return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), readFile(out), readFile(err)};
 }
 
+Outcome Program::refused(const std::vector<std::string> &arguments, int status, std::string_view told, const std::vector<std::string> &prefix) const {
+    Outcome outcome = run(arguments, prefix);
+    EXPECT_EQ(outcome.status, status) << testing::PrintToString(arguments);
+    EXPECT_NE(outcome.err.find(told), std::string::npos) << testing::PrintToString(arguments) << ": " << outcome.err;
+    return outcome;
+}
+
 nlohmann::ordered_json Program::json(std::vector<std::string> arguments, int status) const {
     arguments.emplace_back("--json");
     const Outcome outcome = run(arguments);
@@ -126,7 +95,7 @@ std::string Program::smallImage(const std::string &name) const {
 std::string Program::smallBackup(const std::string &name) const {
     const fs::path folder = home() / name, image = smallImage(name + "-image");
     const std::string id = device::BackupFolder::fileID({"HomeDomain", kBookPath});
-    write(folder / id.substr(0, 2) / id, readFile(image / kBook));
+    writeFile(folder / id.substr(0, 2) / id, readFile(image / kBook));
     device::sqlite::Database manifest(folder / "Manifest.db", device::sqlite::Access::create);
     manifest.exec("CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB);"
                   "INSERT INTO Files VALUES ('" + id + "', 'HomeDomain', '" + kBookPath + "', 1, NULL)");
@@ -135,13 +104,13 @@ std::string Program::smallBackup(const std::string &name) const {
     info.setText("Device Name", "Backed Up");
     info.setText("Product Version", "14.3");
     info.setText("Target Identifier", "00008030-abc");
-    write(folder / "Manifest.plist", description.bytes(device::PropertyList::Format::binary));
-    write(folder / "Info.plist", info.bytes(device::PropertyList::Format::binary));
+    writeFile(folder / "Manifest.plist", description.bytes(device::PropertyList::Format::binary));
+    writeFile(folder / "Info.plist", info.bytes(device::PropertyList::Format::binary));
     return folder.string();
 }
 
 std::string Program::file(const std::string &name, std::string_view bytes) const {
-    write(home() / name, bytes);
+    writeFile(home() / name, bytes);
     return (home() / name).string();
 }
 

@@ -4,31 +4,26 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "tests/support/TempFolder.h"
+
 namespace testhost {
+
+using ::pictureOf, ::readFile, ::TempFolder;
 
 struct Outcome {
     int status = -1;   // 128 + the signal where one ended it
     std::string out, err;
 };
 
-// Removed with everything in it at the end.
-class TempFolder {
-public:
-    TempFolder();
-    TempFolder(const TempFolder &) = delete;
-    ~TempFolder();
-    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 class Program {
 public:
     // Runs in the home folder, without a terminal; `prefix` stands before the program ("flock", ...).
     [[nodiscard]] Outcome run(const std::vector<std::string> &arguments, const std::vector<std::string> &prefix = {}) const;
+    // Runs and expects this exit status and, as a part of standard error, this text.
+    Outcome refused(const std::vector<std::string> &arguments, int status, std::string_view told, const std::vector<std::string> &prefix = {}) const;
     // The document on standard output; discarded where it is none.
     [[nodiscard]] nlohmann::ordered_json json(std::vector<std::string> arguments, int status = 0) const;
 
@@ -41,11 +36,7 @@ public:
     std::string file(const std::string &name, std::string_view bytes) const;
 
 private:
-    TempFolder home_;
+    TempFolder home_{std::filesystem::temp_directory_path()};   // on a real disk, as the program meets it
 };
-
-[[nodiscard]] std::string readFile(const std::filesystem::path &path);
-// Names and bytes of everything below a folder: equal means untouched.
-[[nodiscard]] std::string pictureOf(const std::filesystem::path &folder);
 
 }  // namespace testhost

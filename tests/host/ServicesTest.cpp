@@ -28,10 +28,6 @@ struct SettingsWorld {
         const auto file = std::make_shared<host::SettingsFile>(path, [this](const std::string &text) { warnings.push_back(text); });
         return host::SettingsFile::group(file, group);
     }
-    void put(std::string_view bytes) {
-        fs::create_directories(path.parent_path());
-        device::replaceWhole(path, bytes);
-    }
 };
 
 TEST(Settings, comeBackAsWhatTheyWere) {
@@ -61,31 +57,23 @@ TEST(Settings, keepWhatAnotherProcessWroteMeanwhile) {
     EXPECT_TRUE(world.open()->read("other").boolValue());
 }
 
-struct Damage {
-    const char *name;
-    std::string bytes;
-};
-class DamagedSettings : public testing::TestWithParam<Damage> {};
-
-TEST_P(DamagedSettings, areSetAsideUnchangedAndTold) {
-    SettingsWorld world;
-    world.put(GetParam().bytes);
-    const auto store = world.open();
-    EXPECT_TRUE(store->read("flag").isAbsent());
-    store->write("flag", Value(true));
-    EXPECT_TRUE(world.open()->read("flag").boolValue());
-    EXPECT_EQ(testhost::readFile(world.path.string() + ".damaged"), GetParam().bytes);
-    EXPECT_EQ(world.warnings.size(), 1u);
+TEST(Settings, thatAreDamagedAreSetAsideUnchangedAndTold) {
+    for (const std::string &bytes : {std::string(), std::string("{\"defaults\": {\"fl"), std::string("[1]"), std::string("{\"defaults\": 1}"),
+                                     std::string("\0\xff", 2), std::string((1 << 20) + 1, ' ')}) {
+        SettingsWorld world;
+        writeFile(world.path, bytes);
+        const auto store = world.open();
+        EXPECT_TRUE(store->read("flag").isAbsent());
+        store->write("flag", Value(true));
+        EXPECT_TRUE(world.open()->read("flag").boolValue());
+        EXPECT_TRUE(testhost::readFile(world.path.string() + ".damaged") == bytes) << bytes.substr(0, 20);
+        EXPECT_EQ(world.warnings.size(), 1u);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(File, DamagedSettings, testing::Values(
-    Damage{"empty", ""}, Damage{"cut", "{\"defaults\": {\"fl"}, Damage{"list", "[1]"}, Damage{"groupThatIsNone", "{\"defaults\": 1}"},
-    Damage{"notText", std::string("\0\xff", 2)}, Damage{"tooLarge", std::string((1 << 20) + 1, ' ')}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST(Settings, aValueOfAnotherKindReadsAsAbsentAndStays) {
     SettingsWorld world;
-    world.put(R"({"defaults": {"list": [1]}})");
+    writeFile(world.path, R"({"defaults": {"list": [1]}})");
     const auto store = world.open();
     EXPECT_TRUE(store->read("list").isAbsent());
     store->write("flag", Value(true));
@@ -239,36 +227,31 @@ public:
     bool combineRepeatContacts_newContact_toGroup(const ContactList &, const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override { return true; }
 };
 
-struct Call {
-    const char *name;
-    std::function<void(CContactManagerImpl &, const ContactList &)> call;
-    std::int64_t asked, succeeded, failed;
-};
-class Recording : public testing::TestWithParam<Call> {};
-
-TEST_P(Recording, countsWhatEachItemBecame) {
-    const TestWorld world;
-    device::FailureLog failures;
-    const auto record = std::make_shared<host::OperationRecord>();
-    const auto contacts = alloc<host::RecordingContacts>(alloc<PatchyContacts>(), failures, record);
-    const ContactList three = {make<ZpContactDataInfo>(), make<ZpContactDataInfo>(), make<ZpContactDataInfo>()};
-    GetParam().call(*contacts, three);
-    const host::OperationCounts counts = record->counts();
-    EXPECT_EQ(counts.asked, GetParam().asked);
-    EXPECT_EQ(counts.succeeded, GetParam().succeeded);
-    EXPECT_EQ(counts.failed, GetParam().failed);
+TEST(Recording, countsWhatEachItemBecame) {
+    using Manager = CContactManagerImpl;
+    const ContactList c = {make<ZpContactDataInfo>(), make<ZpContactDataInfo>(), make<ZpContactDataInfo>()};
+    struct {
+        const char *name;
+        std::function<void(Manager &)> call;
+        const char *counts;   // asked, succeeded, failed
+    } rows[] = {
+        {"add", [&](Manager &m) { m.addNewContacts_toGroups_progress(c, {}, {}); }, "3 2 1"},
+        {"addStopped", [&](Manager &m) { m.addNewContacts_toGroups_progress(c, {}, [](auto, auto, auto) { return 1; }); }, "3 1 0"},
+        {"addNothing", [&](Manager &m) { m.addNewContacts_toGroups_progress({}, {}, {}); }, "0 0 0"},
+        {"addOne", [&](Manager &m) { m.addNewContact_toGroups(c[0], {}); }, "1 0 1"},
+        {"edit", [&](Manager &m) { m.editContacts_onGroups(c, {}); }, "3 1 2"},
+        {"remove", [&](Manager &m) { m.deleteContactsOrGroups_callBack(c, {}); }, "3 2 1"},
+        {"merge", [&](Manager &m) { m.combineRepeatContacts_newContact_toGroup(c, c[0], {}); }, "1 1 0"},
+        {"exportOfCardsWithoutAFile", [&](Manager &m) { m.exportContactsToVCFFile_toPath(c, "/no/such/file"); }, "3 0 3"},
+        {"exportOfATable", [&](Manager &m) { m.exportContactsToCSVFileFromArray_toPath_callBack(c, "/x", {}); }, "3 2 1"}};
+    for (const auto &[name, call, expected] : rows) {
+        const TestWorld world;
+        device::FailureLog failures;
+        const auto record = std::make_shared<host::OperationRecord>();
+        call(*alloc<host::RecordingContacts>(alloc<PatchyContacts>(), failures, record));
+        const host::OperationCounts counts = record->counts();
+        EXPECT_EQ(std::to_string(counts.asked) + " " + std::to_string(counts.succeeded) + " " + std::to_string(counts.failed), expected) << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Contacts, Recording, testing::Values(
-    Call{"add", [](auto &m, const auto &c) { m.addNewContacts_toGroups_progress(c, {}, {}); }, 3, 2, 1},
-    Call{"addStopped", [](auto &m, const auto &c) { m.addNewContacts_toGroups_progress(c, {}, [](auto, auto, auto) { return 1; }); }, 3, 1, 0},
-    Call{"addNothing", [](auto &m, const auto &) { m.addNewContacts_toGroups_progress({}, {}, {}); }, 0, 0, 0},
-    Call{"addOne", [](auto &m, const auto &c) { m.addNewContact_toGroups(c[0], {}); }, 1, 0, 1},
-    Call{"edit", [](auto &m, const auto &c) { m.editContacts_onGroups(c, {}); }, 3, 1, 2},
-    Call{"remove", [](auto &m, const auto &c) { m.deleteContactsOrGroups_callBack(c, {}); }, 3, 2, 1},
-    Call{"merge", [](auto &m, const auto &c) { m.combineRepeatContacts_newContact_toGroup(c, c[0], {}); }, 1, 1, 0},
-    Call{"exportOfCardsWithoutAFile", [](auto &m, const auto &c) { m.exportContactsToVCFFile_toPath(c, "/no/such/file"); }, 3, 0, 3},
-    Call{"exportOfATable", [](auto &m, const auto &c) { m.exportContactsToCSVFileFromArray_toPath_callBack(c, "/x", {}); }, 3, 2, 1}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 }  // namespace
