@@ -10,16 +10,18 @@
 
 namespace {
 
-struct DialogWorld {
+class Dialogs : public testing::Test {
+protected:
     TestWorld world;
     EventLog log;
+    AnswerScript answers{&log};
 };
 
 std::shared_ptr<RUIDialogWindowController> question(std::int64_t type, const char *left = "Yes", const char *right = "No") {
     return RUIDialogWindowController::dialog("Title", "Really?", nullptr, left, right, type);
 }
 
-TEST(Dialog, codesBelongToTheButtonAndTheType) {
+TEST_F(Dialogs, codesBelongToTheButtonAndTheType) {
     using Answer = AnswerScript::Answer;
     struct {
         const char *name;
@@ -32,8 +34,6 @@ TEST(Dialog, codesBelongToTheButtonAndTheType) {
                 {"titleBarOfType2", 2, [](Answer &a) { a.closeByTitleBar(); }, -1000}, {"escape", 1, [](Answer &a) { a.escape(); }, -1000},
                 {"stopModal", 1, [](Answer &a) { a.run([] { NSApp()->stopModal(); }); }, -1000}};
     for (const auto &[name, type, answer, code] : rows) {
-        DialogWorld world;
-        AnswerScript answers;
         answer(answers.at("Really?"));
         const auto dialog = question(type);
         EXPECT_TRUE(dialog->window()->isMemberOf<RUIDialogWindow>()) << name;
@@ -41,52 +41,44 @@ TEST(Dialog, codesBelongToTheButtonAndTheType) {
     }
 }
 
-TEST(Dialog, ofOneButtonShowsTheLeftTitleOrElseTheRightOne) {
-    DialogWorld world;
-    AnswerScript answers(&world.log);
+TEST_F(Dialogs, ofOneButtonShowsTheLeftTitleOrElseTheRightOne) {
     answers.at("Really?").press("Yes");
     NSApp()->runModalForWindow(question(2)->window());
     answers.at("Really?").press("No");
     NSApp()->runModalForWindow(question(2, "", "No")->window());
-    EXPECT_EQ(world.log.take(), "asks Title|Really? [Yes]\npresses Yes\nasks Title|Really? [No]\npresses No");
+    EXPECT_EQ(log.take(), "asks Title|Really? [Yes]\npresses Yes\nasks Title|Really? [No]\npresses No");
 }
 
-TEST(Dialog, withoutCloseButtonCannotBeClosedByAPerson) {
-    DialogWorld world;
-    AnswerScript answers;
+TEST_F(Dialogs, withoutCloseButtonCannotBeClosedByAPerson) {
     const auto dialog = question(0);
     std::dynamic_pointer_cast<RUIDialogWindow>(dialog->window())->setEnableCloseButton(false);
     answers.at("Really?").closeByTitleBar().run([&] { EXPECT_TRUE(dialog->window()->isVisible()); }).press("No");
     EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), 0);
 }
 
-TEST(Dialog, isClosedFromAnotherThreadAsANo) {
-    DialogWorld world;
-    AnswerScript answers;
+TEST_F(Dialogs, isClosedFromAnotherThreadAsANo) {
     const auto dialog = question(0);
     dispatch::async(dispatch::global(), [&] { dialog->close(); });
     EXPECT_EQ(NSApp()->runModalForWindow(dialog->window()), -1000);
     EXPECT_FALSE(dialog->window()->isVisible());
 }
 
-TEST(Dialog, linkOpensItsAddress) {
-    DialogWorld world;
+TEST_F(Dialogs, linkOpensItsAddress) {
     FakeDevice device;
-    logWorkspaceTo(world.log);
+    logWorkspaceTo(log);
     const auto dialog = question(0);
     EXPECT_TRUE(dialog->linkLabel()->isHidden());
     dialog->linkLabel()->setLinkText_withURL("Why?", "https://why.example");
     EXPECT_FALSE(dialog->linkLabel()->isHidden());
     EXPECT_TRUE(dialog->linkLabel()->clickLink(0));
-    EXPECT_EQ(world.log.take(), "browses https://why.example");
+    EXPECT_EQ(log.take(), "browses https://why.example");
 }
 
-TEST(LinkText, isFoundIgnoringCaseByCharacters) {
+TEST_F(Dialogs, aLinkIsFoundIgnoringCaseByCharacters) {
     struct {
         const char *text, *link;
         std::vector<NSRange> ranges;
     } rows[] = {{"Für mehr: HIER", "hier", {{10, 4}}}, {"a b a", "a", {{0, 1}}}, {"nothing here", "link", {}}, {"text", "", {}}};
-    DialogWorld world;
     for (const auto &[text, link, expected] : rows) {
         const auto field = NSTextField::labelWithString("");
         drawLinkTextFiledAttributed_LinkString_textColor_underlineColor_font_withURL(*field, text, link, nullptr, nullptr, nullptr, "https://a.example");
@@ -98,34 +90,28 @@ TEST(LinkText, isFoundIgnoringCaseByCharacters) {
     }
 }
 
-TEST(MessageDialog, returnsByWhateverWay) {
-    DialogWorld world;
-    AnswerScript answers(&world.log);
+TEST_F(Dialogs, aMessageReturnsByWhateverWay) {
     answers.at("Cannot write").press("OK");
     MessageDialog::runWithString_defaultButton_icon("Cannot write", "OK", 3);
     answers.at("Cannot write").closeByTitleBar();
     MessageDialog::runWithString_defaultButton_icon("Cannot write", "OK", 3);
-    EXPECT_EQ(world.log.take(), "asks |Cannot write [OK]\npresses OK\nasks |Cannot write [OK]\ncloses the window");
+    EXPECT_EQ(log.take(), "asks |Cannot write [OK]\npresses OK\nasks |Cannot write [OK]\ncloses the window");
 }
 
-TEST(Breadcrumb, holdsTheInterfaceUntilItIsClosed) {
-    DialogWorld world;
-    AnswerScript answers(&world.log);
+TEST_F(Dialogs, aBreadcrumbHoldsTheInterfaceUntilItIsClosed) {
     std::shared_ptr<RUIBreadcrumbWindowController> message;
     dispatch::async(dispatch::global(), [&] { message = RUIBreadcrumbWindowController::showWindowWithMessage_onMainQueue("Searching", true); });
-    world.world.settle();
+    world.settle();
     ASSERT_TRUE(message);
     EXPECT_EQ(NSApp()->modalWindow(), message->window());
     dispatch::async(dispatch::global(), [&] { message->close(); });
-    world.world.settle();
+    world.settle();
     EXPECT_EQ(NSApp()->modalDepth(), 0u);
     EXPECT_FALSE(message->window()->isVisible());
-    EXPECT_EQ(world.log.take(), "says |Searching []");
+    EXPECT_EQ(log.take(), "says |Searching []");
 }
 
-TEST(AnswerScript, failsForAQuestionThatNobodyAnswersAndForAnAnswerThatNobodyAsksFor) {
-    DialogWorld world;
-    AnswerScript answers;
+TEST_F(Dialogs, aScriptFailsForAQuestionThatNobodyAnswersAndForAnAnswerThatNobodyAsksFor) {
     answers.at("Something else?").press("Yes");
     EXPECT_EQ(NSApp()->runModalForWindow(question(0)->window()), -1000);
     EXPECT_EQ(answers.takeFailures(), (std::vector<std::string>{"nobody answered Title|Really? [Yes No]", "nobody asked: Something else?"}));

@@ -5,6 +5,7 @@
 #include "device/bookmarks/BookmarkStore.h"
 #include "device/sample/Sample.h"
 #include "tests/device/TestDevice.h"
+#include "tests/device/bookmarks/BookmarkCalls.h"
 #include "tests/support/fake/Bookmarks.h"
 
 using testdevice::TempFolder;
@@ -45,24 +46,8 @@ protected:
     }
     // "F(a G(b) E) top", children in the layer's order.
     [[nodiscard]] std::string tree() const { return below(layer_->roadBookMarkData(), NSString()); }
-    std::string move(const std::vector<NSString> &keys, const NSString &target) {
-        std::string calls;
-        layer_->moveBookMark_childrenKey_callBack(target, keys, [&](std::int64_t index, std::int64_t, std::int64_t total, std::int64_t, bool *) {
-            calls += std::to_string(index) + "/" + std::to_string(total) + " ";
-        });
-        return calls;
-    }
-    std::string remove(const std::vector<NSString> &keys, int stopAt = -1) {
-        CBookmarkManagerImpl::Keys dictionary;
-        for (const NSString &each : keys)
-            dictionary[each] = each;
-        std::string calls;
-        layer_->deleteBookMarkFromPkeys_callBack(dictionary, [&](std::int64_t index, std::int64_t total, bool success, bool *stop) {
-            calls += std::to_string(index) + "/" + std::to_string(total) + (success ? "+ " : "- ");
-            *stop = index == stopAt;
-        });
-        return calls;
-    }
+    std::string move(const std::vector<NSString> &keys, const NSString &target) { return callsOfMove(*layer_, target, keys); }
+    std::string remove(const std::vector<NSString> &keys, int stopAt = -1) { return callsOfDelete(*layer_, keys, stopAt); }
 
     TempFolder folder_;
     Layer layer_ = GetParam().make(folder_);

@@ -7,6 +7,7 @@
 #include "device/bookmarks/BookmarkWriter.h"
 #include "tests/device/HardEnds.h"
 #include "tests/device/TestBackup.h"
+#include "tests/device/bookmarks/BookmarkCalls.h"
 
 using namespace device;
 using namespace device::bookmarks;
@@ -50,6 +51,8 @@ public:
                     (record->parentKey.isNil() ? "-" : record->parentKey.str());
         return text;
     }
+    std::string moved(const char *target, const std::vector<NSString> &keys) const { return callsOfMove(*store, target, keys); }
+    std::string deleted(const std::vector<NSString> &keys, int stopAt = -1) const { return callsOfDelete(*store, keys, stopAt); }
     [[nodiscard]] std::string reason() const { return store->failures().first() ? store->failures().first()->text : ""; }
 
 private:
@@ -77,9 +80,7 @@ TEST_P(Layouts, areReadAndWritten) {
     EXPECT_TRUE(image.store->addBookMark({{"3", {"n", "http://n"}}})) << image.reason();
     EXPECT_TRUE(image.store->addBookMarkFolder({{"", "N"}})) << image.reason();
     EXPECT_EQ(image.list(), "1F<- 6top<- 8N<- 2a<1 3G<1 5E<1 4b<3 7n<3");
-    int told = 0;
-    image.store->deleteBookMarkFromPkeys_callBack({{"1", "1"}}, [&](std::int64_t, std::int64_t, bool success, bool *) { told += success; });
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(image.deleted({"1"}), "0/1+ ");
     EXPECT_EQ(image.list(), "6top<- 8N<-");
 }
 
@@ -116,18 +117,23 @@ TEST(BookmarkReading, readsTheSampleOfARealLayout) {
     EXPECT_EQ(image.query("SELECT title || url FROM bookmarks WHERE id = 4"), "Nhttp://n");
 }
 
-// ---------------------------------------------------------------- add and edit
+// ---------------------------------------------------------------- changes
 
-TEST(BookmarkWriting, countsChildrenAndTellsWhatIsNoPlace) {
-    const Image image(newest());
+class OnNewest : public testing::Test {
+protected:
+    const Image image{newest()};
+};
+using BookmarkWriting = OnNewest;
+using BookmarkDeleting = OnNewest;
+
+TEST_F(BookmarkWriting, countsChildrenAndTellsWhatIsNoPlace) {
     EXPECT_TRUE(image.store->addBookMark({{"1", {"x", "u"}}, {"5", {"x", "u"}}, {"", {"x", "u"}}}));
     EXPECT_EQ(image.query("SELECT num_children FROM bookmarks WHERE id IN (1, 5) ORDER BY id"), "1|1");
     EXPECT_FALSE(image.store->addBookMark({{"77", {"y", "u"}}}));
     EXPECT_NE(image.reason(), "");
 }
 
-TEST(BookmarkWriting, editsOnlyWhatDiffersAndNeverTheRoot) {
-    const Image image(newest());
+TEST_F(BookmarkWriting, editsOnlyWhatDiffersAndNeverTheRoot) {
     EXPECT_TRUE(image.store->editBookMark(record("2", "a", "http://a")));
     EXPECT_EQ(image.query("SELECT last_modified FROM bookmarks WHERE id = 2"), "-");
     EXPECT_TRUE(image.store->editBookMark(record("2", "A", "http://a")));
@@ -135,93 +141,64 @@ TEST(BookmarkWriting, editsOnlyWhatDiffersAndNeverTheRoot) {
     EXPECT_FALSE(image.store->editBookMark(record("0", "x", "x")));
 }
 
-// ---------------------------------------------------------------- move
-
-std::string moved(const Image &image, const char *target, const std::vector<NSString> &keys) {
-    std::string calls;
-    image.store->moveBookMark_childrenKey_callBack(target, keys, [&](std::int64_t index, std::int64_t, std::int64_t total, std::int64_t, bool *) {
-        calls += std::to_string(index) + "/" + std::to_string(total) + " ";
-    });
-    return calls;
-}
-
-TEST(BookmarkWriting, tellsWhyAFolderStaysOutOfItself) {
-    const Image image(newest());
-    EXPECT_EQ(moved(image, "3", {"1", "6"}), "0/2 1/2 ");
+TEST_F(BookmarkWriting, tellsWhyAFolderStaysOutOfItself) {
+    EXPECT_EQ(image.moved("3", {"1", "6"}), "0/2 1/2 ");
     EXPECT_EQ(image.reason(), "bookmark 1: a folder cannot be moved into itself");
     EXPECT_EQ(image.list(), "1F<- 2a<1 3G<1 5E<1 4b<3 6top<3");
 }
 
-TEST(BookmarkWriting, theFoldersAboveAFolderFollow) {
+TEST(BookmarkFolders, theFoldersAboveAFolderFollow) {
     const Image image(newest() + "INSERT INTO folder_ancestors (folder_id, ancestor_id) VALUES (3, 1), (5, 1);");
     image.store->addBookMarkFolder({{"3", "new"}});
     EXPECT_EQ(image.query("SELECT group_concat(ancestor_id) FROM folder_ancestors WHERE folder_id = 7"), "3,1");
-    moved(image, "5", {"3"});
+    image.moved("5", {"3"});
     EXPECT_EQ(image.query("SELECT folder_id || '-' || ancestor_id FROM folder_ancestors ORDER BY folder_id, ancestor_id"), "3-1|3-5|5-1|7-1|7-3|7-5");
-    image.store->deleteBookMarkFromPkeys_callBack({{"5", "5"}}, {});
+    image.deleted({"5"});
     EXPECT_EQ(image.query("SELECT count(*) FROM folder_ancestors"), "0");
 }
 
-TEST(BookmarkWriting, ringsInTheDatabaseEnd) {
+TEST(BookmarkRings, inTheDatabaseEnd) {
     const Image image(newest() + "UPDATE bookmarks SET parent = 3 WHERE id = 1;");
-    moved(image, "3", {"6"});
+    image.moved("3", {"6"});
     EXPECT_EQ(image.query("SELECT parent FROM bookmarks WHERE id = 6"), "3");
-    image.store->deleteBookMarkFromPkeys_callBack({{"1", "1"}}, {});
+    image.deleted({"1"});
     EXPECT_EQ(image.list(), "");
 }
 
-// ---------------------------------------------------------------- delete
-
-std::string deleted(const Image &image, const std::vector<const char *> &keys, int stopAt = -1) {
-    CBookmarkManagerImpl::Keys dictionary;
-    for (const char *key : keys)
-        dictionary[key] = key;
-    std::string calls;
-    image.store->deleteBookMarkFromPkeys_callBack(dictionary, [&](std::int64_t index, std::int64_t total, bool success, bool *stop) {
-        calls += std::to_string(index) + "/" + std::to_string(total) + (success ? "+ " : "- ");
-        *stop = index == stopAt;
-    });
-    return calls;
-}
-
-TEST(BookmarkDeleting, leavesNothingOfAFolderBehind) {
-    const Image image(newest());
-    EXPECT_EQ(deleted(image, {"1", "2", "4", "77", "x"}), "0/5+ 1/5+ 2/5+ 3/5- 4/5- ");
+TEST_F(BookmarkDeleting, leavesNothingOfAFolderBehind) {
+    EXPECT_EQ(image.deleted({"1", "2", "4", "77", "x"}), "0/5+ 1/5+ 2/5+ 3/5- 4/5- ");
     EXPECT_EQ(image.query("SELECT count(*) FROM bookmarks"), "2");
 }
 
-TEST(BookmarkDeleting, aStopEndsAfterItsGroupWithOneCallMore) {
-    const Image image(newest());
+TEST_F(BookmarkDeleting, aStopEndsAfterItsGroupWithOneCallMore) {
     image.store->setGroupLimits({.keys = 1});
-    EXPECT_EQ(deleted(image, {"2", "4", "6"}, 0), "0/3+ 1/3- ");
+    EXPECT_EQ(image.deleted({"2", "4", "6"}, 0), "0/3+ 1/3- ");
     EXPECT_EQ(image.list(), "1F<- 6top<- 3G<1 5E<1 4b<3");
     image.store->setGroupLimits({.keys = 2});
-    EXPECT_EQ(deleted(image, {"3", "4", "6"}, 0), "0/3+ 1/3+ ");
+    EXPECT_EQ(image.deleted({"3", "4", "6"}, 0), "0/3+ 1/3+ ");
 }
 
-TEST(BookmarkDeleting, aSecondWriterIsRefusedAndEachKeyFails) {
-    const Image image(newest());
+TEST_F(BookmarkDeleting, aSecondWriterIsRefusedAndEachKeyFails) {
     const ImageFolder other(image.path());
     const WriterLock lock = other.lockForWriting();
-    EXPECT_EQ(deleted(image, {"2", "6"}), "0/2- 1/2- ");
+    EXPECT_EQ(image.deleted({"2", "6"}), "0/2- 1/2- ");
     EXPECT_EQ(image.store->failures().first()->kind, AccessError::Kind::locked);
-    EXPECT_EQ(moved(image, "3", {"6"}), "0/1 ");
+    EXPECT_EQ(image.moved("3", {"6"}), "0/1 ");
     EXPECT_FALSE(image.store->addBookMark({{"", {"x", "u"}}}));
     EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
 }
 
-TEST(BookmarkDeleting, oneFolderThatTheDatabaseKeepsStaysWholeAndTheOthersGo) {
+TEST(BookmarkFolders, oneFolderThatTheDatabaseKeepsStaysWholeAndTheOthersGo) {
     const Image image(newest() + "INSERT INTO folder_ancestors (folder_id, ancestor_id) VALUES (3, 1), (5, 1);"
                                  "CREATE TRIGGER keeps BEFORE DELETE ON bookmarks WHEN OLD.id = 4 BEGIN SELECT RAISE(ABORT, 'kept'); END;");
-    EXPECT_EQ(deleted(image, {"3", "5", "6"}), "0/3- 1/3+ 2/3+ ");
+    EXPECT_EQ(image.deleted({"3", "5", "6"}), "0/3- 1/3+ 2/3+ ");
     EXPECT_EQ(image.reason().substr(0, 12), "bookmark 3: ");
     EXPECT_EQ(image.list(), "1F<- 2a<1 3G<1 4b<3");
     EXPECT_EQ(image.query("SELECT folder_id FROM folder_ancestors"), "3");
     EXPECT_EQ(image.query("SELECT num_children FROM bookmarks WHERE id = 1"), "0");   // as made: no lower than none
 }
 
-TEST(BookmarkDeleting, aDeviceThatGoesAwayFailsWhatIsLeft) {
-    const Image image(newest());
+TEST_F(BookmarkDeleting, aDeviceThatGoesAwayFailsWhatIsLeft) {
     image.store->setGroupLimits({.keys = 1});
     std::string calls;
     image.store->deleteBookMarkFromPkeys_callBack({{"2", "2"}, {"4", "4"}, {"6", "6"}}, [&](std::int64_t, std::int64_t, bool success, bool *) {

@@ -18,8 +18,11 @@ ContactList contactsOf(const std::filesystem::path &image) {
 
 TEST(Sample, holdsAMixOfContacts) {
     const TempFolder folder;
-    device::sample::createSampleImage(folder.path() / "sample");
-    const ContactList contacts = contactsOf(folder.path() / "sample");
+    const auto path = folder.path() / "sample";
+    device::sample::createSampleImage(path);
+    const auto store = device::contacts::AddressBookStore::open(device::openDevice(path));
+    store->getContactDataFromAddressList();
+    const ContactList contacts = store->contactArray();
     ASSERT_EQ(contacts.size(), 26u);
     EXPECT_EQ(contacts[2]->completeName(), NSString("小明 王"));
     EXPECT_EQ(contacts[12]->completeName(), NSString("(Plumber) Otto"));
@@ -28,8 +31,6 @@ TEST(Sample, holdsAMixOfContacts) {
     EXPECT_TRUE(contacts[0]->notes().containsString("\n\n"));
     EXPECT_TRUE(contacts[0]->image_data()->data()->bytes().starts_with("\xFF\xD8\xFF"));
     EXPECT_EQ(contacts[1]->birthday(), NSString("1971-02-28"));
-    const auto store = device::contacts::AddressBookStore::open(device::openDevice(folder.path() / "sample"));
-    store->getContactDataFromAddressList();
     ASSERT_EQ(store->groupArray().size(), 3u);
     EXPECT_EQ(store->groupArray()[0]->ContactKey.size(), 3u);
 }

@@ -22,12 +22,17 @@ using dispatch::main;
 
 namespace {
 
+class DispatchThreads : public testing::Test {
+protected:
+    TestWorld world;
+    EventLog log;
+};
+
 void serveUntil(const std::function<bool()> &finished) { dispatch::loopHost()->runUntil(finished); }
 
 }  // namespace
 
-TEST(MainQueueThreads, keepsItsOrderInNestedLoops) {
-    TestWorld world;
+TEST_F(DispatchThreads, theMainQueueKeepsItsOrderInNestedLoops) {
     EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder) << "headless";
     dispatch::reset(dispatch::makeLeapingClock());
     EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder) << "on the command line";
@@ -35,9 +40,7 @@ TEST(MainQueueThreads, keepsItsOrderInNestedLoops) {
     EXPECT_EQ(playMainQueueOrder(serveUntil), kMainQueueOrder) << "in real time";
 }
 
-TEST(TimeThreads, leapsOnlyWhenNobodyCanRun) {
-    TestWorld world;
-    EventLog log;
+TEST_F(DispatchThreads, timeLeapsOnlyWhenNobodyCanRun) {
     dispatch::after(500ms, main(), [&] { log.add("half a second"); });
     dispatch::after(500ms, main(), [&] { log.add("queued second, due second"); });
     dispatch::after(100ms, global(), [&] {
@@ -55,8 +58,7 @@ TEST(TimeThreads, leapsOnlyWhenNobodyCanRun) {
     EXPECT_EQ(world.elapsed(), 1h + 100ms);
 }
 
-TEST(TimeThreads, aPauseOfNothingWaitsForAnotherThreadsStep) {
-    TestWorld world;
+TEST_F(DispatchThreads, aPauseOfNothingWaitsForAnotherThreadsStep) {
     std::atomic<bool> busy = true;
     std::atomic<int> turns = 0;
     async(global(), [&] {
@@ -71,10 +73,8 @@ TEST(TimeThreads, aPauseOfNothingWaitsForAnotherThreadsStep) {
     EXPECT_LT(turns, 10);   // it waited and did not spin
 }
 
-TEST(SemaphoreThreads, countsAndLimits) {
-    TestWorld world;
+TEST_F(DispatchThreads, aSemaphoreCountsAndLimits) {
     dispatch::Semaphore semaphore(1);
-    EventLog log;
     semaphore.wait();
     log.add(semaphore.waitFor(2s) ? "had" : "limit");
     dispatch::after(1s, global(), [&] { semaphore.signal(); });
@@ -84,8 +84,7 @@ TEST(SemaphoreThreads, countsAndLimits) {
     EXPECT_EQ(world.elapsed(), 3s);
 }
 
-TEST(SemaphoreThreads, aForgottenWaitIsReleasedAndNamed) {
-    TestWorld world;
+TEST_F(DispatchThreads, aForgottenWaitIsReleasedAndNamed) {
     std::atomic<bool> wentOn = false;
     async(global(), [&] {
         dispatch::Semaphore(0).wait();
@@ -97,12 +96,10 @@ TEST(SemaphoreThreads, aForgottenWaitIsReleasedAndNamed) {
     EXPECT_FALSE(wentOn);
 }
 
-TEST(QueueThreads, aSerialQueueKeepsOrderAndAWideOneItsWidth) {
-    TestWorld world;
-    EventLog log;
+TEST_F(DispatchThreads, aSerialQueueKeepsOrderAndAWideOneItsWidth) {
     const auto serial = dispatch::Queue::serial("one");
     for (int i = 0; i < 50; ++i)
-        async(serial, [&log, i] { log.add(std::to_string(i)); });
+        async(serial, [this, i] { log.add(std::to_string(i)); });
     dispatch::sync(serial, [&] {
         dispatch::sync(serial, [&] { log.add("inline"); });
     });
@@ -127,8 +124,7 @@ TEST(QueueThreads, aSerialQueueKeepsOrderAndAWideOneItsWidth) {
     EXPECT_EQ(most, 3);
 }
 
-TEST(QueueThreads, hundredsOfWaitingBlocksStillLetTheNextOneRun) {
-    TestWorld world;
+TEST_F(DispatchThreads, hundredsOfWaitingBlocksStillLetTheNextOneRun) {
     dispatch::Semaphore gate(0);
     std::atomic<int> through = 0;
     for (int i = 0; i < 300; ++i)
@@ -144,8 +140,7 @@ TEST(QueueThreads, hundredsOfWaitingBlocksStillLetTheNextOneRun) {
     EXPECT_EQ(through, 300);
 }
 
-TEST(QueueThreads, syncIsRefusedAtShutDownAndNeverHangs) {
-    TestWorld world;
+TEST_F(DispatchThreads, syncIsRefusedAtShutDownAndNeverHangs) {
     std::atomic<int> answer = -1;
     async(global(), [&] { answer = dispatch::sync(main(), [] { FAIL() << "ran after the shut-down"; }) ? 1 : 0; });
     while (dispatch::waitingMainBlocks() == 0)
@@ -157,9 +152,7 @@ TEST(QueueThreads, syncIsRefusedAtShutDownAndNeverHangs) {
     EXPECT_FALSE(dispatch::sync(dispatch::Queue::serial("late"), [] {}));
 }
 
-TEST(GuardThreads, catchesWhatEscapesAndTheRestGoesOn) {
-    TestWorld world;
-    EventLog log;
+TEST_F(DispatchThreads, theGuardCatchesWhatEscapesAndTheRestGoesOn) {
     async(main(), [] { throw std::runtime_error("main"); });
     async(global(), [] { throw std::runtime_error("worker"); });
     dispatch::after(1s, main(), [] { throw 7; });
@@ -172,9 +165,7 @@ TEST(GuardThreads, catchesWhatEscapesAndTheRestGoesOn) {
                                                   "a main-queue block: main"}));
 }
 
-TEST(RunLoopThreads, timersFireOnTheThreadThatMadeThem) {
-    TestWorld world;
-    EventLog log;
+TEST_F(DispatchThreads, timersFireOnTheThreadThatMadeThem) {
     auto mainTimer = NSTimer::scheduled(1s, true, [&] { log.add(dispatch::isMain() ? "main tick" : "wrong thread"); });
     async(global(), [&] {
         int ticks = 0;
@@ -189,10 +180,8 @@ TEST(RunLoopThreads, timersFireOnTheThreadThatMadeThem) {
     EXPECT_EQ(log.take(), "worker tick 1\nmain tick\nworker tick 2\nmain tick\nworker done");
 }
 
-TEST(PropertyThreads, tellsTheMainThreadTheLatestValueOnce) {
-    TestWorld world;
+TEST_F(DispatchThreads, aPropertyTellsTheMainThreadTheLatestValueOnce) {
     Property<int> property(1);
-    EventLog log;
     property.observe([&](int value) { log.add((dispatch::isMain() ? "" : "wrong thread ") + std::to_string(value)); });
     property = 2;
     dispatch::Semaphore bothSet(0);
@@ -231,15 +220,13 @@ public:
 
 }  // namespace
 
-TEST(ObjectThreads, endOnTheMainThreadSubclassFirst) {
-    TestWorld world;
-    EventLog log;
-    async(global(), [&log, object = alloc<Noisier>(&log)]() mutable { object = nullptr; });
+TEST_F(DispatchThreads, objectsEndOnTheMainThreadSubclassFirst) {
+    async(global(), [object = alloc<Noisier>(&log)]() mutable { object = nullptr; });
     world.settle();
     EXPECT_EQ(log.take(), "own dealloc\nbase dealloc on main\ndestructor");
 }
 
-TEST(ObjectThreads, aBlockThatIsDroppedEndsWhatItOwns) {
+TEST(DroppedBlockThreads, aBlockThatIsDroppedEndsWhatItOwns) {
     EventLog log;
     {
         TestWorld world;
@@ -249,8 +236,7 @@ TEST(ObjectThreads, aBlockThatIsDroppedEndsWhatItOwns) {
     EXPECT_EQ(log.take(), "own dealloc\nbase dealloc on main\ndestructor\nown dealloc\nbase dealloc on main\ndestructor");
 }
 
-TEST(SynchronizedThreads, holdsOthersOutAndItsOwnThreadIn) {
-    TestWorld world;
+TEST_F(DispatchThreads, synchronizedHoldsOthersOutAndItsOwnThreadIn) {
     int object = 0, count = 0;
     for (int i = 0; i < 8; ++i)
         async(global(), [&] {

@@ -13,17 +13,13 @@ namespace {
 
 class Tiling : public TableFixture {};
 
-TEST_F(Tiling, makesViewsOnlyForTheRowsThatShow) {
+TEST_F(Tiling, makesViewsOnlyForTheRowsThatShowAndUsesThemAgain) {
     setRows(100000);
     EXPECT_EQ(table->numberOfRowViews(), 15u);   // 600 points of 40
     EXPECT_EQ(delegate->cellsMade, 30);
     EXPECT_EQ(delegate->heightsAsked, 15);
     EXPECT_EQ(text(0, 14), "a14");
     EXPECT_EQ(text(0, 15), "-");
-}
-
-TEST_F(Tiling, usesViewsAgainWhileScrolling) {
-    setRows(100000);
     for (double y = 0; y < 40000; y += 200)
         table->scrollToPoint({0, y});
     EXPECT_EQ(table->numberOfRowViews(), 15u);
@@ -435,17 +431,12 @@ TEST_F(Selecting, followsRowsTakenOutOfTheListDirectly) {
     EXPECT_EQ(animations[0].animation, 64u);
     controller->rearrangeObjects();
     EXPECT_EQ(delegate->take(), "");
-    EXPECT_TRUE(table->isConsistent());
-}
-
-TEST_F(Selecting, isSilentWhenRowsOnlyGetOtherNumbers) {
-    table->selectRowIndexes_byExtendingSelection({4}, false);
-    delegate->take();
-    controller->content()->removeObjectAtIndex(0);
+    controller->content()->removeObjectAtIndex(0);   // the selected row only gets another number
     table->removeRowsAtIndexes_withAnimation({0});
     EXPECT_EQ(delegate->take(), "");
-    EXPECT_EQ(controller->selectionIndexes().toString(), "{3}");
-    EXPECT_EQ(table->selectedRow(), 3);
+    EXPECT_EQ(controller->selectionIndexes().toString(), "{1}");
+    EXPECT_EQ(table->selectedRow(), 1);
+    EXPECT_TRUE(table->isConsistent());
 }
 
 TEST_F(Selecting, sendsActionsWithTheClickedRow) {

@@ -10,6 +10,11 @@
 
 namespace {
 
+using Button = ViewsTest;
+using TextField = ViewsTest;
+using Controls = ViewsTest;
+using Menu = ViewsTest;
+
 class Target : public NSObject, public NSTextFieldDelegate, public NSComboBoxDataSource {
 public:
     std::string log;
@@ -25,7 +30,7 @@ public:
 };
 HN_CLASS_TABLE(Target, NSObjectTable, .selector("onButton:", &Target::onButton).selector("onItem:", &Target::onItem).selector("onFail:", &Target::onFail))
 
-TEST(Button, stepsThroughItsStates) {
+TEST_F(Button, stepsThroughItsStates) {
     struct Row {
         NSButtonType type;
         bool mixed;
@@ -33,7 +38,6 @@ TEST(Button, stepsThroughItsStates) {
     };
     const Row rows[] = {{NSButtonType::momentaryPushIn, false, {0, 0, 0}}, {NSButtonType::switchButton, false, {1, 0, 1}},
                         {NSButtonType::switchButton, true, {-1, 1, 0}}, {NSButtonType::radio, false, {1, 1, 1}}};
-    const ViewsWorld world;
     for (const Row &row : rows) {
         const auto button = make<NSButton>();
         button->setButtonType(row.type);
@@ -48,9 +52,7 @@ TEST(Button, stepsThroughItsStates) {
     EXPECT_EQ(box->state(), 1);
 }
 
-TEST(Button, sendsItsActionFromClicksInsideAlone) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Button, sendsItsActionFromClicksInsideAlone) {
     const auto target = make<Target>();
     const auto button = make<NSButton>(NSRect(10, 10, 50, 20));
     button->connect(target, "onButton:");
@@ -70,8 +72,7 @@ TEST(Button, sendsItsActionFromClicksInsideAlone) {
     EXPECT_EQ(target->log, "");
 }
 
-TEST(Control, aFailingActionEndsItselfAlone) {
-    ViewsWorld world;
+TEST_F(Controls, aFailingActionEndsItselfAlone) {
     const auto target = make<Target>();
     const auto button = make<NSButton>();
     button->connect(target, "onFail:");
@@ -83,8 +84,7 @@ TEST(Control, aFailingActionEndsItselfAlone) {
     EXPECT_FALSE(button->sendAction());
 }
 
-TEST(TextField, tellsATypistsDoingAlone) {
-    const ViewsWorld world;
+TEST_F(TextField, tellsATypistsDoingAlone) {
     const auto target = make<Target>();
     const auto field = make<NSTextField>();
     field->setDelegate(target);
@@ -103,9 +103,7 @@ TEST(TextField, tellsATypistsDoingAlone) {
     EXPECT_EQ(field->stringValue(), "ty");
 }
 
-TEST(TextField, itsLinksAreClicked) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(TextField, itsLinksAreClicked) {
     const auto target = make<Target>();
     const auto text = make<NSMutableAttributedString>(NSString("See help now"));
     text->setLink("http://help", {4, 4});
@@ -121,8 +119,7 @@ TEST(TextField, itsLinksAreClicked) {
     EXPECT_FALSE(field->clickLink(0));
 }
 
-TEST(ComboBox, choosesFromItsDataSource) {
-    const ViewsWorld world;
+TEST_F(Controls, aComboBoxChoosesFromItsDataSource) {
     const auto target = make<Target>();
     const auto combo = make<NSComboBox>();
     combo->setUsesDataSource(true);
@@ -136,8 +133,7 @@ TEST(ComboBox, choosesFromItsDataSource) {
     EXPECT_EQ(target->log, "button NSComboBox;");
 }
 
-TEST(PopUpButton, choosesThroughThePresenter) {
-    const ViewsWorld world;
+TEST_F(Controls, aPopUpButtonChoosesThroughThePresenter) {
     const auto target = make<Target>();
     const auto button = make<NSPopUpButton>();
     button->connect(target, "onButton:");
@@ -151,8 +147,7 @@ TEST(PopUpButton, choosesThroughThePresenter) {
     EXPECT_EQ(target->log, "button NSPopUpButton;");
 }
 
-TEST(Controls, keepTheirValuesInside) {
-    const ViewsWorld world;
+TEST_F(Controls, keepTheirValuesInside) {
     const auto bar = make<NSProgressIndicator>();
     bar->setDoubleValue(140);
     EXPECT_EQ(bar->doubleValue(), 100);
@@ -167,8 +162,7 @@ TEST(Controls, keepTheirValuesInside) {
     EXPECT_EQ(segments->selectedSegment(), -1);
 }
 
-TEST(Controls, areReachedByKeyAndKeepTheirClass) {
-    const ViewsWorld world;
+TEST_F(Controls, areReachedByKeyAndKeepTheirClass) {
     const auto button = make<NSButton>();
     EXPECT_TRUE(button->setValue_forKey("Delete", "title"));
     EXPECT_TRUE(button->setValue_forKey(true, "hidden"));
@@ -178,8 +172,7 @@ TEST(Controls, areReachedByKeyAndKeepTheirClass) {
     EXPECT_FALSE(make<NSPopUpButton>()->isMemberOf<NSButton>());
 }
 
-TEST(Layer, keepsEndStatesAndRecordsTheRest) {
-    const ViewsWorld world;
+TEST_F(Controls, aLayerKeepsEndStatesAndRecordsTheRest) {
     const auto view = make<NSView>(NSRect(0, 0, 40, 20));
     view->setWantsLayer(true);
     const auto turn = CABasicAnimation::animationWithKeyPath("transform.rotation.z");
@@ -199,9 +192,7 @@ TEST(Layer, keepsEndStatesAndRecordsTheRest) {
     EXPECT_EQ(canvas.take(), "save\nstroke [0,0 40x20] #F0F0F0F0 1\nrestore\n");
 }
 
-TEST(Menu, performsTheEntryChosenForARightClick) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Menu, performsTheEntryChosenForARightClick) {
     const auto target = make<Target>();
     const auto menu = make<NSMenu>(NSString("context"));
     for (const char *title : {"Export", "Delete"})
@@ -216,8 +207,7 @@ TEST(Menu, performsTheEntryChosenForARightClick) {
     EXPECT_EQ(menu->toString(), "Export disabled\n---\nDelete\n");
 }
 
-TEST(Menu, endsAtAnyDepth) {
-    const ViewsWorld world;
+TEST_F(Menu, endsAtAnyDepth) {
     const auto root = make<NSMenu>(NSString("root"));
     std::weak_ptr<NSMenu> deepest;
     {

@@ -17,55 +17,48 @@ struct Tie {
     double constant = 0, multiplier = 1, priority = 1000;
 };
 
-struct Row {
-    const char *name;
-    std::vector<Tie> ties;
-    NSRect a, b;
-};
+using Layout = ViewsTest;
+using Stack = ViewsTest;
 
-// Parent 100 by 80, y up; a begins as [1,2 10x20], b as [3,4 30x40].
-class Constraints : public testing::TestWithParam<Row> {};
-
-TEST_P(Constraints, placeTheViews) {
-    const ViewsWorld world;
-    const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), a = make<NSView>(NSRect(1, 2, 10, 20)), b = make<NSView>(NSRect(3, 4, 30, 40));
-    for (const auto &view : {a, b}) {
-        view->setTranslatesAutoresizingMaskIntoConstraints(false);
-        parent->addSubview(view);
-    }
-    const auto item = [&](char name) { return name == 'a' ? a : name == 'b' ? b : name == 'p' ? parent : nullptr; };
-    for (const Tie &tie : GetParam().ties) {
-        const auto constraint = NSLayoutConstraint::tie(item(tie.first), tie.firstAttribute, item(tie.second), tie.secondAttribute,
-                                                        tie.constant, tie.multiplier);
-        constraint->setPriority(tie.priority);
-        constraint->setActive(true);
-    }
-    EXPECT_EQ(describe(a->frame()), describe(GetParam().a));
-    EXPECT_EQ(describe(b->frame()), describe(GetParam().b));
-}
-
-const NSRect kA(1, 2, 10, 20), kB(3, 4, 30, 40);
-
-INSTANTIATE_TEST_SUITE_P(
-    Layout, Constraints,
-    testing::Values(
-        Row{"noneKeepsTheFrames", {}, kA, kB},
-        Row{"fourEdgesFillTheParent",
+TEST_F(Layout, placesTheViewsAsTheirConstraintsSay) {
+    const NSRect kA(1, 2, 10, 20), kB(3, 4, 30, 40);
+    struct {
+        const char *name;
+        std::vector<Tie> ties;
+        NSRect a, b;
+    } rows[] = {   // parent 100 by 80, y up
+        {"noneKeepsTheFrames", {}, kA, kB},
+        {"fourEdgesFillTheParent",
             {{'a', A::left, 'p', A::left}, {'a', A::right, 'p', A::right}, {'a', A::bottom, 'p', A::bottom}, {'a', A::top, 'p', A::top}},
             {0, 0, 100, 80}, kB},
-        Row{"topCountsDownInAnUnflippedParent", {{'a', A::top, 'p', A::top, 60}, {'a', A::bottom, 'p', A::bottom, -5}}, {1, 5, 10, 15}, kB},
-        Row{"oneEdgeMovesAndKeepsTheSize", {{'a', A::right, 'p', A::right, -14}}, {76, 2, 10, 20}, kB},
-        Row{"siblingsFollow", {{'a', A::left, 'p', A::left, 5}, {'b', A::left, 'a', A::right, 8}}, {5, 2, 10, 20}, {23, 4, 30, 40}},
-        Row{"partOfTheParentsWidth", {{'a', A::width, 'p', A::width, 1, 0.5}}, {1, 2, 51, 20}, kB},
-        Row{"middle", {{'a', A::centerX, 'p', A::centerX}, {'a', A::centerY, 'p', A::centerY, 10}}, {45, 20, 10, 20}, kB},
-        Row{"squareByAspectKeepsTheUpperEdge", {{'a', A::width, '-', A::notAnAttribute, 24}, {'a', A::height, 'a', A::width}}, {1, -2, 24, 24}, kB},
-        Row{"theFirstOfTwoThatContradictStands", {{'a', A::left, 'p', A::left, 7}, {'a', A::left, 'p', A::left, 9}}, {7, 2, 10, 20}, kB},
-        Row{"aHigherPriorityWinsThoughLater", {{'a', A::left, 'p', A::left, 7, 1, 500}, {'a', A::left, 'p', A::left, 9}}, {9, 2, 10, 20}, kB},
-        Row{"aNegativeWidthIsNone", {{'a', A::left, 'p', A::left, 60}, {'a', A::right, 'p', A::left, 50}}, {60, 2, 0, 20}, kB}),
-    [](const auto &row) { return std::string(row.param.name); });
+        {"topCountsDownInAnUnflippedParent", {{'a', A::top, 'p', A::top, 60}, {'a', A::bottom, 'p', A::bottom, -5}}, {1, 5, 10, 15}, kB},
+        {"oneEdgeMovesAndKeepsTheSize", {{'a', A::right, 'p', A::right, -14}}, {76, 2, 10, 20}, kB},
+        {"siblingsFollow", {{'a', A::left, 'p', A::left, 5}, {'b', A::left, 'a', A::right, 8}}, {5, 2, 10, 20}, {23, 4, 30, 40}},
+        {"partOfTheParentsWidth", {{'a', A::width, 'p', A::width, 1, 0.5}}, {1, 2, 51, 20}, kB},
+        {"middle", {{'a', A::centerX, 'p', A::centerX}, {'a', A::centerY, 'p', A::centerY, 10}}, {45, 20, 10, 20}, kB},
+        {"squareByAspectKeepsTheUpperEdge", {{'a', A::width, '-', A::notAnAttribute, 24}, {'a', A::height, 'a', A::width}}, {1, -2, 24, 24}, kB},
+        {"theFirstOfTwoThatContradictStands", {{'a', A::left, 'p', A::left, 7}, {'a', A::left, 'p', A::left, 9}}, {7, 2, 10, 20}, kB},
+        {"aHigherPriorityWinsThoughLater", {{'a', A::left, 'p', A::left, 7, 1, 500}, {'a', A::left, 'p', A::left, 9}}, {9, 2, 10, 20}, kB},
+        {"aNegativeWidthIsNone", {{'a', A::left, 'p', A::left, 60}, {'a', A::right, 'p', A::left, 50}}, {60, 2, 0, 20}, kB}};
+    for (const auto &row : rows) {
+        const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), a = make<NSView>(kA), b = make<NSView>(kB);
+        for (const auto &view : {a, b}) {
+            view->setTranslatesAutoresizingMaskIntoConstraints(false);
+            parent->addSubview(view);
+        }
+        const auto item = [&](char name) { return name == 'a' ? a : name == 'b' ? b : name == 'p' ? parent : nullptr; };
+        for (const Tie &tie : row.ties) {
+            const auto constraint = NSLayoutConstraint::tie(item(tie.first), tie.firstAttribute, item(tie.second), tie.secondAttribute,
+                                                            tie.constant, tie.multiplier);
+            constraint->setPriority(tie.priority);
+            constraint->setActive(true);
+        }
+        EXPECT_EQ(describe(a->frame()), describe(row.a)) << row.name;
+        EXPECT_EQ(describe(b->frame()), describe(row.b)) << row.name;
+    }
+}
 
-TEST(Layout, followsTheParentsSizeAndEndsWithTheConstraint) {
-    const ViewsWorld world;
+TEST_F(Layout, followsTheParentsSizeAndEndsWithTheConstraint) {
     const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), child = make<NSView>();
     parent->addSubview(child);
     parent->pinEdgesOf(child);
@@ -77,8 +70,7 @@ TEST(Layout, followsTheParentsSizeAndEndsWithTheConstraint) {
     EXPECT_EQ(describe(child->frame()), "[0,0 300x200]");
 }
 
-TEST(Layout, whatStandsInAChildNeverHoldsTheChildBack) {
-    const ViewsWorld world;
+TEST_F(Layout, whatStandsInAChildNeverHoldsTheChildBack) {
     const auto parent = make<NSView>(NSRect(0, 0, 400, 80)), pane = make<NSView>(NSRect(0, 0, 100, 80)), label = make<NSView>(NSRect(0, 0, 20, 20));
     pane->addSubview(label);
     label->setTranslatesAutoresizingMaskIntoConstraints(false);
@@ -91,8 +83,7 @@ TEST(Layout, whatStandsInAChildNeverHoldsTheChildBack) {
     EXPECT_EQ(label->frame().minX(), 12);
 }
 
-TEST(Layout, aRemovedViewTakesItsConstraintsAlong) {
-    const ViewsWorld world;
+TEST_F(Layout, aRemovedViewTakesItsConstraintsAlong) {
     const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), child = make<NSView>(), other = make<NSView>();
     parent->addSubview(child);
     parent->addSubview(other);
@@ -104,8 +95,7 @@ TEST(Layout, aRemovedViewTakesItsConstraintsAlong) {
     EXPECT_FALSE(kept->isActive());
 }
 
-TEST(Layout, logsAConstraintThatCannotBeMetOnce) {
-    const ViewsWorld world;
+TEST_F(Layout, logsAConstraintThatCannotBeMetOnce) {
     int lines = 0;
     setLogSink([&](const NSString &) { ++lines; });
     const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), child = make<NSView>();
@@ -117,8 +107,7 @@ TEST(Layout, logsAConstraintThatCannotBeMetOnce) {
     setLogSink({});
 }
 
-TEST(Layout, mirrorsLeadingAndTrailingAlone) {
-    const ViewsWorld world;
+TEST_F(Layout, mirrorsLeadingAndTrailingAlone) {
     world.application->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection::rightToLeft);
     const auto parent = make<NSView>(NSRect(0, 0, 100, 80)), a = make<NSView>(NSRect(0, 0, 10, 10)), b = make<NSView>(NSRect(0, 0, 20, 10));
     for (const auto &view : {a, b}) {
@@ -134,7 +123,7 @@ TEST(Layout, mirrorsLeadingAndTrailingAlone) {
     EXPECT_EQ(describe(a->frame()), "[4,0 10x10]");
 }
 
-TEST(Layout, autoresizingSharesTheDifference) {
+TEST_F(Layout, autoresizingSharesTheDifference) {
     struct Row {
         unsigned mask;
         const char *frame;
@@ -145,7 +134,6 @@ TEST(Layout, autoresizingSharesTheDifference) {
                         {NSViewMinXMargin | NSViewMinYMargin, "[110,60 30x40]"},
                         {NSViewMinXMargin | NSViewMaxXMargin, "[24.29,20 30x40]"},
                         {NSViewMaxXMargin | NSViewMaxYMargin, "[10,20 30x40]"}};
-    const ViewsWorld world;
     for (const Row &row : rows) {
         const auto parent = make<NSView>(NSRect(0, 0, 100, 100)), child = make<NSView>(NSRect(10, 20, 30, 40));
         child->setAutoresizingMask(row.mask);
@@ -155,8 +143,7 @@ TEST(Layout, autoresizingSharesTheDifference) {
     }
 }
 
-TEST(Stack, givesNaturalSizesAndTheRestToWhoHugsLeast) {
-    const ViewsWorld world;
+TEST_F(Stack, givesNaturalSizesAndTheRestToWhoHugsLeast) {
     const auto label = NSTextField::labelWithString("Name"), field = make<NSTextField>(), hidden = NSTextField::labelWithString("gone");
     field->setContentHuggingPriority(100);
     hidden->setHidden(true);
@@ -171,8 +158,7 @@ TEST(Stack, givesNaturalSizesAndTheRestToWhoHugsLeast) {
     EXPECT_EQ(describe(field->frame()), "[93.5,2 96.5x26]");
 }
 
-TEST(Stack, aRowRunsFromTheRightAndAColumnFromTheTop) {
-    const ViewsWorld world;
+TEST_F(Stack, aRowRunsFromTheRightAndAColumnFromTheTop) {
     const auto a = make<NSView>(NSRect(0, 0, 20, 10)), b = make<NSView>(NSRect(0, 0, 30, 10));
     const auto stack = NSStackView::stackViewWithViews({a, b});
     stack->setSpacing(5);

@@ -4,6 +4,8 @@
 
 namespace {
 
+using Modal = ViewsTest;
+
 class Delegate : public NSObject, public NSWindowDelegate {
 public:
     std::string log;
@@ -20,46 +22,37 @@ public:
     }
 };
 
-struct Row {
-    const char *name;
-    std::function<void(NSWindow &)> way;
-    std::int64_t code;
-};
-
-class WayOut : public testing::TestWithParam<Row> {};
-
-TEST_P(WayOut, givesItsCode) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
-    world.presenter->answers.push_back([&] { GetParam().way(*window); });
-    EXPECT_EQ(world.application->runModalForWindow(window), GetParam().code);
-    EXPECT_EQ(world.application->modalDepth(), 0u);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Modal, WayOut,
-    testing::Values(
-        Row{"aCode", [](NSWindow &) { NSApp()->stopModalWithCode(7); }, 7},
-        Row{"theEndOfInput", [](NSWindow &) {}, -1000},
-        Row{"stopModal", [](NSWindow &) { NSApp()->stopModal(); }, -1000},
-        Row{"abortModal", [](NSWindow &) { NSApp()->abortModal(); }, -1001},
-        Row{"titleBar", [](NSWindow &window) { window.performClose(); }, -1000},
-        Row{"escape", [](NSWindow &window) { window.sendEvent(NSEvent::key(keycode::escape)); }, -1000},
-        Row{"close", [](NSWindow &window) { window.close(); }, -1000},
-        Row{"closeAndThenACode", [](NSWindow &window) { window.close(); NSApp()->stopModalWithCode(1); }, 1},
-        Row{"theFirstCodeStands", [](NSWindow &) { NSApp()->stopModalWithCode(3); NSApp()->stopModal(); }, 3},
-        Row{"aCodeAndThenClose", [](NSWindow &window) { NSApp()->stopModalWithCode(5); window.close(); }, 5},
-        Row{"fromAnotherThread", [](NSWindow &) { dispatch::async(dispatch::global(), [] { NSApp()->stopModalWithCode(9); }); }, 9},
-        Row{"closeFromAnotherThread",
+TEST_F(Modal, eachWayOutGivesItsCode) {
+    struct {
+        const char *name;
+        std::function<void(NSWindow &)> way;
+        std::int64_t code;
+    } rows[] = {
+        {"aCode", [](NSWindow &) { NSApp()->stopModalWithCode(7); }, 7},
+        {"theEndOfInput", [](NSWindow &) {}, -1000},
+        {"stopModal", [](NSWindow &) { NSApp()->stopModal(); }, -1000},
+        {"abortModal", [](NSWindow &) { NSApp()->abortModal(); }, -1001},
+        {"titleBar", [](NSWindow &window) { window.performClose(); }, -1000},
+        {"escape", [](NSWindow &window) { window.sendEvent(NSEvent::key(keycode::escape)); }, -1000},
+        {"close", [](NSWindow &window) { window.close(); }, -1000},
+        {"closeAndThenACode", [](NSWindow &window) { window.close(); NSApp()->stopModalWithCode(1); }, 1},
+        {"theFirstCodeStands", [](NSWindow &) { NSApp()->stopModalWithCode(3); NSApp()->stopModal(); }, 3},
+        {"aCodeAndThenClose", [](NSWindow &window) { NSApp()->stopModalWithCode(5); window.close(); }, 5},
+        {"fromAnotherThread", [](NSWindow &) { dispatch::async(dispatch::global(), [] { NSApp()->stopModalWithCode(9); }); }, 9},
+        {"closeFromAnotherThread",
             [](NSWindow &window) {
                 dispatch::async(dispatch::global(), [held = std::static_pointer_cast<NSWindow>(window.shared_from_this())] { held->close(); });
             },
-            -1000}),
-    [](const auto &row) { return std::string(row.param.name); });
+            -1000}};
+    for (const auto &row : rows) {
+        const auto shown = ViewsWorld::window("shown");
+        world.presenter->answers.push_back([&] { row.way(*shown); });
+        EXPECT_EQ(world.application->runModalForWindow(shown), row.code) << row.name;
+        EXPECT_EQ(world.application->modalDepth(), 0u) << row.name;
+    }
+}
 
-TEST(Modal, aWindowsOwnWillCloseSendsTheCode) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Modal, aWindowsOwnWillCloseSendsTheCode) {
     const auto delegate = make<Delegate>();
     delegate->code = 1000;
     window->setDelegate(delegate);
@@ -68,8 +61,7 @@ TEST(Modal, aWindowsOwnWillCloseSendsTheCode) {
     EXPECT_EQ(delegate->log, "should;will;");
 }
 
-TEST(Modal, stopEndsTheInnermostRunAlone) {
-    const ViewsWorld world;
+TEST_F(Modal, stopEndsTheInnermostRunAlone) {
     const auto outer = ViewsWorld::window("outer"), inner = ViewsWorld::window("inner");
     std::int64_t innerCode = 0;
     world.presenter->answers.push_back([&] {
@@ -87,8 +79,7 @@ TEST(Modal, stopEndsTheInnermostRunAlone) {
     EXPECT_EQ(world.presenter->log, "modal outer;modal inner;ran inner;ran outer;");
 }
 
-TEST(Modal, anOuterRunThatClosedEndsAfterTheInner) {
-    const ViewsWorld world;
+TEST_F(Modal, anOuterRunThatClosedEndsAfterTheInner) {
     const auto outer = ViewsWorld::window("outer"), inner = ViewsWorld::window("inner");
     world.presenter->answers.push_back([&] { EXPECT_EQ(world.application->runModalForWindow(inner), 4); });
     world.presenter->answers.push_back([&] {
@@ -99,9 +90,7 @@ TEST(Modal, anOuterRunThatClosedEndsAfterTheInner) {
     EXPECT_EQ(world.application->runModalForWindow(outer), -1000);
 }
 
-TEST(Modal, aSessionGoesOnUntilItIsTold) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Modal, aSessionGoesOnUntilItIsTold) {
     const NSModalSession session = world.application->beginModalSessionForWindow(window);
     const auto before = world.world.elapsed();
     EXPECT_EQ(world.application->runModalSession(session), -1002);
@@ -113,8 +102,7 @@ TEST(Modal, aSessionGoesOnUntilItIsTold) {
     EXPECT_EQ(world.application->modalWindow(), nullptr);
 }
 
-TEST(Modal, aPromptThatClosesItselfLeavesTheRunBelow) {
-    const ViewsWorld world;
+TEST_F(Modal, aPromptThatClosesItselfLeavesTheRunBelow) {
     const auto progress = ViewsWorld::window("progress"), prompt = ViewsWorld::window("prompt");
     world.presenter->answers.push_back([&] {
         const NSModalSession session = world.application->beginModalSessionForWindow(prompt);
@@ -129,9 +117,7 @@ TEST(Modal, aPromptThatClosesItselfLeavesTheRunBelow) {
     EXPECT_EQ(world.application->runModalForWindow(progress), 6);
 }
 
-TEST(Modal, aRefusedCloseKeepsTheRun) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Modal, aRefusedCloseKeepsTheRun) {
     const auto delegate = make<Delegate>();
     delegate->closes = false;
     window->setDelegate(delegate);
@@ -144,8 +130,7 @@ TEST(Modal, aRefusedCloseKeepsTheRun) {
     EXPECT_EQ(delegate->log, "should;");
 }
 
-TEST(Modal, withoutAPresenterEverythingIsCancelled) {
-    const ViewsWorld world;
+TEST_F(Modal, withoutAPresenterEverythingIsCancelled) {
     Presenter::install(nullptr);
     const auto stubborn = ViewsWorld::window("w");
     const auto delegate = make<Delegate>();
@@ -156,8 +141,7 @@ TEST(Modal, withoutAPresenterEverythingIsCancelled) {
     EXPECT_EQ(NSOpenPanel::openPanel()->runModal(), kPanelCancel);
 }
 
-TEST(Modal, eventsForAWindowBelowAreDropped) {
-    const ViewsWorld world;
+TEST_F(Modal, eventsForAWindowBelowAreDropped) {
     const auto below = ViewsWorld::window("below"), modal = ViewsWorld::window("modal");
     below->orderFront();
     int clicks = 0;
@@ -179,8 +163,7 @@ TEST(Modal, eventsForAWindowBelowAreDropped) {
     EXPECT_EQ(clicks, 1);
 }
 
-TEST(Modal, mainAndKeyComeBackAfterADialog) {
-    const ViewsWorld world;
+TEST_F(Modal, mainAndKeyComeBackAfterADialog) {
     const auto host = ViewsWorld::window("host"), dialog = ViewsWorld::window("dialog");
     host->makeKeyAndOrderFront();
     world.presenter->answers.push_back([&] {

@@ -1,6 +1,8 @@
 // A test's world with an application of its own, and a presenter that notes what opens.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <functional>
 #include <string>
@@ -50,7 +52,6 @@ struct ViewsWorld {
     std::shared_ptr<NSApplication> application;
 
     ViewsWorld() {
-        NSApplication::resetShared();
         application = NSApplication::sharedApplication();
         Presenter::install(presenter);
     }
@@ -58,11 +59,17 @@ struct ViewsWorld {
         Presenter::install(nullptr);
         NSNotificationCenter::defaultCenter().reset();
         application.reset();
-        NSApplication::resetShared();
     }
     [[nodiscard]] static std::shared_ptr<NSWindow> window(const char *title) {
         const auto window = make<NSWindow>(NSRect(0, 0, 200, 100));
         window->setTitle(title);
         return window;
     }
+};
+
+// Each test in a world of its own, with a window "w" at hand.
+class ViewsTest : public testing::Test {
+protected:
+    ViewsWorld world;
+    std::shared_ptr<NSWindow> window = ViewsWorld::window("w");
 };

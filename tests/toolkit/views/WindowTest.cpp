@@ -5,6 +5,8 @@
 
 namespace {
 
+using Window = ViewsTest;
+
 class Watcher : public NSObject, public NSWindowDelegate {
 public:
     std::string log;
@@ -18,9 +20,7 @@ public:
 };
 HN_CLASS_TABLE(Watcher, NSObjectTable, .selector("closed:", &Watcher::closed).selector("pressed:", &Watcher::pressed))
 
-TEST(Window, closesInOrderAndOnce) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Window, closesInOrderAndOnce) {
     const auto watcher = make<Watcher>();
     window->setDelegate(watcher);
     NSNotificationCenter::defaultCenter().addObserver_selector_name_object(watcher, "closed:", NSWindowWillCloseNotification, window);
@@ -32,9 +32,7 @@ TEST(Window, closesInOrderAndOnce) {
     EXPECT_FALSE(window->isVisible());
 }
 
-TEST(Window, aHiddenOrDisabledCloseButtonClosesNothing) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Window, aHiddenOrDisabledCloseButtonClosesNothing) {
     window->orderFront();
     window->standardWindowButton(NSWindowCloseButton)->setHidden(true);
     window->performClose();
@@ -66,9 +64,7 @@ public:
     void mouseExited(NSEvent &) override { *log += identifier().str() + ".out;"; }
 };
 
-TEST(Window, mouseEventsGoToTheViewPressedAndUpTheChain) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Window, mouseEventsGoToTheViewPressedAndUpTheChain) {
     std::string log;
     const auto outer = make<Noter>(NSRect(0, 0, 100, 100)), inner = make<Noter>(NSRect(10, 10, 20, 20));
     for (const auto &[view, name] : {std::pair(outer, "outer"), std::pair(inner, "inner")}) {
@@ -96,9 +92,7 @@ TEST(Window, mouseEventsGoToTheViewPressedAndUpTheChain) {
     EXPECT_EQ(NSApp()->currentEvent(), nullptr);
 }
 
-TEST(Window, keysFindTheFieldTheDefaultButtonAndTheNextField) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Window, keysFindTheFieldTheDefaultButtonAndTheNextField) {
     const auto watcher = make<Watcher>();
     const auto first = make<NSTextField>(NSRect(0, 50, 50, 20)), second = make<NSTextField>(NSRect(0, 20, 50, 20));
     const auto ok = make<NSButton>(NSRect(60, 0, 50, 20));
@@ -122,16 +116,14 @@ TEST(Window, keysFindTheFieldTheDefaultButtonAndTheNextField) {
     EXPECT_EQ(window->firstResponder(), window);
 }
 
-TEST(Window, theContentFollowsTheFrame) {
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
+TEST_F(Window, theContentFollowsTheFrame) {
     EXPECT_EQ(describe(window->frame()), "[0,0 200x122]");
     window->setFrame({10, 10, 400, 300});
     EXPECT_EQ(describe(window->contentView()->frame()), "[0,0 400x278]");
     EXPECT_EQ(window->toString(), "NSWindow \"w\" [10,10 400x300] hidden\nNSView [0,0 400x278]\n");
 }
 
-TEST(Window, hostsHearOfEachChange) {
+TEST_F(Window, hostsHearOfEachChange) {
     class Mirror : public ViewObserver {
     public:
         std::string log;
@@ -140,8 +132,6 @@ TEST(Window, hostsHearOfEachChange) {
         void propertyChanged(NSView &, std::string_view key) override { log += std::string(key) + ";"; }
         void windowChanged(NSWindow &, std::string_view key) override { log += "window " + std::string(key) + ";"; }
     };
-    const ViewsWorld world;
-    const auto window = ViewsWorld::window("w");
     const auto mirror = std::make_shared<Mirror>();
     ViewObserver::add(mirror);
     const auto field = make<NSTextField>();

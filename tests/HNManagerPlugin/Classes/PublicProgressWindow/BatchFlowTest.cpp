@@ -54,10 +54,10 @@ protected:
     }
 
     FlowWorld here;
+    AnswerScript answers{&here.log};
 };
 
 TEST_F(BatchFlowTest, exportGoesFromWaitingToItsResultAndOpensTheFolder) {
-    AnswerScript answers(&here.log);
     answers.at("3 exported").press("BackupRestore_ExportOpenFolder").press("MessageDialog_Ok");
     const auto run = BatchFlow::run(exportPlan());
     EXPECT_EQ(run->successCount, 3);
@@ -77,7 +77,6 @@ TEST_F(BatchFlowTest, exportGoesFromWaitingToItsResultAndOpensTheFolder) {
 }
 
 TEST_F(BatchFlowTest, exportThatIsCancelledShowsWhatItHasAtOnceAndTheRestAsFailed) {
-    AnswerScript answers(&here.log);
     answers.at("Exporting(1/3),  a.mp3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").press("FileManager_OK");
     answers.at("Export_music_successfully\n2 not exported").press("MessageDialog_Ok");
@@ -94,7 +93,6 @@ TEST_F(BatchFlowTest, exportThatIsCancelledShowsWhatItHasAtOnceAndTheRestAsFaile
 }
 
 TEST_F(BatchFlowTest, importThatIsCancelledSaysSoUntilTheDeviceLayerEnds) {
-    AnswerScript answers(&here.log);
     answers.at("Exporting(1/3),  a.mp3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").press("FileManager_OK");
     answers.at("2 exported\nExport_music_failed").press("MessageDialog_Ok");
@@ -115,7 +113,6 @@ TEST_F(BatchFlowTest, importThatIsCancelledSaysSoUntilTheDeviceLayerEnds) {
 class CancelQuestion : public BatchFlowTest, public testing::WithParamInterface<CancelForm> {};
 
 TEST_P(CancelQuestion, answeredWithNoLetsTheBatchGoOn) {
-    AnswerScript answers;
     answers.at("Exporting(1/3),  a.mp3").closeByTitleBar();
     answers.at("ExportPhotoToPC_Want_To_Cancel").press("FileManager_Cancel");
     answers.at("Exporting(2/3),  b.mp3").press("FileManager_Cancel");
@@ -128,7 +125,6 @@ TEST_P(CancelQuestion, answeredWithNoLetsTheBatchGoOn) {
 
 // The file in work is finished; only the form that waits for the layer's last call still counts it.
 TEST_P(CancelQuestion, letsTheBatchGoOnMeanwhile) {
-    AnswerScript answers;
     answers.at("Exporting(1/3),  a.mp3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").run([] { dispatch::sleepFor(1500ms); }).press("FileManager_OK");
     const bool waits = GetParam() == CancelForm::questionThenStop;
@@ -143,7 +139,6 @@ INSTANTIATE_TEST_SUITE_P(Both, CancelQuestion, testing::Values(CancelForm::quest
 
 TEST_F(BatchFlowTest, sessionQuestionClosesByItselfWhenTheDeviceLeaves) {
     here.noteLogLine(">>> Device Disconnected");
-    AnswerScript answers(&here.log);
     answers.at("Exporting(1/3),  a.mp3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").run([this] { here.device.leave(); });
     answers.at("Export_music_successfully\n2 not exported").press("MessageDialog_Ok");
@@ -155,7 +150,6 @@ TEST_F(BatchFlowTest, sessionQuestionClosesByItselfWhenTheDeviceLeaves) {
 }
 
 TEST_F(BatchFlowTest, simpleQuestionStaysWhenTheDeviceLeaves) {
-    AnswerScript answers;
     answers.at("Exporting(1/3),  a.mp3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").run([this] { here.device.leave(); }).run([] { dispatch::sleepFor(30s); }).press("FileManager_Cancel");
     answers.at("Export_music_successfully\n2 not exported").press("MessageDialog_Ok");
@@ -163,14 +157,12 @@ TEST_F(BatchFlowTest, simpleQuestionStaysWhenTheDeviceLeaves) {
 }
 
 TEST_F(BatchFlowTest, aClickOnTheFinishedWindowAsksNothing) {
-    AnswerScript answers(&here.log);
     answers.at("3 exported").closeByTitleBar();
     (void)BatchFlow::run(exportPlan());
     EXPECT_TRUE(here.log.take().ends_with("closes the window\nreload"));
 }
 
 TEST_F(BatchFlowTest, formWithoutAQuestionClosesAtOnce) {
-    AnswerScript answers;
     answers.at("Exporting(1/3),  a.mp3").press("FileManager_Cancel");
     BatchPlan plan = exportPlan();
     plan.cancelForm = CancelForm::closeAtOnce;
@@ -182,7 +174,6 @@ TEST_F(BatchFlowTest, formWithoutAQuestionClosesAtOnce) {
 }
 
 TEST_F(BatchFlowTest, formThatClosesOnYesKeepsTheWindowOnNo) {
-    AnswerScript answers;
     answers.at("Exporting(1/3),  a.mp3").closeByTitleBar();
     answers.at("ExportPhotoToPC_Want_To_Cancel").press("FileManager_Cancel");
     answers.at("Exporting(2/3),  b.mp3").closeByTitleBar();
@@ -199,7 +190,6 @@ TEST_F(BatchFlowTest, formThatClosesOnYesKeepsTheWindowOnNo) {
 
 TEST_F(BatchFlowTest, roomOnTheDeviceIsTestedToTheByteBeforeAnythingIsSent) {
     here.device.device().freeBytes = 3999;
-    AnswerScript answers(&here.log);
     answers.at("save_to_idevice").press("OK");
     (void)BatchFlow::run(importPlan(CancelForm::questionThenStop));
     EXPECT_EQ(here.log.take(), kStart +
@@ -214,7 +204,6 @@ TEST_F(BatchFlowTest, roomOnTheDeviceIsTestedToTheByteBeforeAnythingIsSent) {
 TEST_F(BatchFlowTest, roomOnTheComputerIsTestedToTheByte) {
     here.noteLogLine("too little");
     RVSystemInfoManager::setAvailableMemoryQuery([] { return 100; });
-    AnswerScript answers(&here.log);
     EXPECT_TRUE(dialogs::hasRoomOnComputer(100, "Title", "too little"));
     answers.at("save_to_pc").press("OK");
     EXPECT_FALSE(dialogs::hasRoomOnComputer(101, "Title", "too little"));
@@ -222,7 +211,6 @@ TEST_F(BatchFlowTest, roomOnTheComputerIsTestedToTheByte) {
 }
 
 TEST_F(BatchFlowTest, targetThatCannotBeWrittenIsSaid) {
-    AnswerScript answers(&here.log);
     EXPECT_TRUE(dialogs::isWritableTarget(here.folder()));
     answers.at("HomeView_ExportPhoto_Not_Write_Disk").press("Button_Title_OK");
     EXPECT_FALSE(dialogs::isWritableTarget(here.folder() + "/missing"));
@@ -230,7 +218,6 @@ TEST_F(BatchFlowTest, targetThatCannotBeWrittenIsSaid) {
 }
 
 TEST_F(BatchFlowTest, onlyTheDeleteButtonConfirmsADeletion) {
-    AnswerScript answers;
     answers.at("Sure?").press("FileManager_Delete");
     EXPECT_TRUE(dialogs::confirmDelete("Delete", "Sure?"));
     answers.at("Sure?").press("FileManager_Cancel");
@@ -242,7 +229,6 @@ TEST_F(BatchFlowTest, onlyTheDeleteButtonConfirmsADeletion) {
 // ---------------------------------------------------------------- beside closed calls without progress
 
 TEST_F(BatchFlowTest, fillerCreepsTo95AndWaits) {
-    AnswerScript answers;
     answers.at("Import_music_successfully").press("MessageDialog_Ok");
     double reached = 0;
     BatchPlan plan;

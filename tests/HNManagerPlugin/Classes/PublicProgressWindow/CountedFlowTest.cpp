@@ -30,10 +30,10 @@ protected:
         return plan;
     }
     FlowWorld here;
+    AnswerScript answers{&here.log};
 };
 
 TEST_F(CountedFlowTest, turnsIntoTheResultHalfASecondAfterTheLastItem) {
-    AnswerScript answers(&here.log);
     answers.at("2 good, 1 bad").run([this] { EXPECT_EQ(here.world.world().elapsed(), 3500ms); }).press("MessageDialog_Ok");
     CountedFlow::run(plan());
     EXPECT_EQ(here.log.take(), "button: FileManager_Cancel 5\n"
@@ -49,7 +49,6 @@ TEST_F(CountedFlowTest, turnsIntoTheResultHalfASecondAfterTheLastItem) {
 }
 
 TEST_F(CountedFlowTest, cancelAfterAQuestionLeavesTheNextItemUncounted) {
-    AnswerScript answers(&here.log);
     answers.at("Item 1 of 3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").press("FileManager_OK");
     answers.at("1 good, 0 bad").press("MessageDialog_Ok");
@@ -62,7 +61,6 @@ TEST_F(CountedFlowTest, cancelAfterAQuestionLeavesTheNextItemUncounted) {
 }
 
 TEST_F(CountedFlowTest, goesOnWhileItsQuestionIsUp) {
-    AnswerScript answers(&here.log);
     answers.at("Item 1 of 3").press("FileManager_Cancel");
     answers.at("ExportPhotoToPC_Want_To_Cancel").run([] { dispatch::sleepFor(10s); }).press("FileManager_Cancel");
     answers.at("2 good, 1 bad").press("MessageDialog_Ok");
@@ -72,7 +70,6 @@ TEST_F(CountedFlowTest, goesOnWhileItsQuestionIsUp) {
 }
 
 TEST_F(CountedFlowTest, disabledButtonLeavesTheTitleBarAsTheOnlyWayOut) {
-    AnswerScript answers(&here.log);
     answers.at("Item 1 of 3").closeByTitleBar();
     CountedPlan deletion = plan();
     deletion.borderButtonEnabled = false;

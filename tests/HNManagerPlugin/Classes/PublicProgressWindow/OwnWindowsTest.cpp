@@ -19,13 +19,19 @@ using namespace std::chrono_literals;
 
 // ---------------------------------------------------------------- the crossed delete buttons
 
-TEST(CompleteDelete, goesOnWithTheDeleteButtonAlone) {
+class OwnWindow : public testing::Test {
+protected:
     FlowWorld here;
+    AnswerScript answers{&here.log};
+};
+using CompleteDelete = OwnWindow;
+using PhotoDialog = OwnWindow;
+
+TEST_F(CompleteDelete, goesOnWithTheDeleteButtonAlone) {
     const auto window = HNXDeleteWindowController::standardDeleteCompleteWindow_Title("Sure?", "Title");
     (void)window->window();
     EXPECT_EQ(window->DeleteBtn.lock()->action(), "onCancelButton:");   // crosswise
     EXPECT_EQ(window->CancelBtn.lock()->action(), "onDeleteButton:");
-    AnswerScript answers(&here.log);
     answers.at("Sure?").press("FileManager_Delete");
     EXPECT_TRUE(dialogs::confirmCompleteDelete("Sure?", "Title").confirmed);
     EXPECT_EQ(here.log.take(), "asks Title|Sure? [<FileManager_DeleteMusicComplete> FileManager_Cancel FileManager_Delete]\npresses FileManager_Delete");
@@ -35,9 +41,7 @@ TEST(CompleteDelete, goesOnWithTheDeleteButtonAlone) {
     EXPECT_FALSE(dialogs::confirmCompleteDelete("Sure?", "Title").confirmed);
 }
 
-TEST(CompleteDelete, remembersItsBoxForOneQuestionOnly) {
-    FlowWorld here;
-    AnswerScript answers;
+TEST_F(CompleteDelete, remembersItsBoxForOneQuestionOnly) {
     answers.at("Sure?").tick("FileManager_DeleteMusicComplete").press("FileManager_Delete");
     EXPECT_TRUE(dialogs::confirmCompleteDelete("Sure?", "Title").fromDeviceToo);
     EXPECT_FALSE(NSUserDefaults::standardUserDefaults().boolForKey("manage_delete_complete"));
@@ -48,24 +52,19 @@ TEST(CompleteDelete, remembersItsBoxForOneQuestionOnly) {
 
 // ---------------------------------------------------------------- replace, keep both, skip
 
-TEST(Conflict, eachButtonHasItsCode) {
+class Conflicts : public OwnWindow {
+protected:
+    ConflictStep step{"Import_musics"};
+};
+
+TEST_F(Conflicts, eachButtonHasItsCode) {
+    here.world.setTexts({{"Music_Name_Existe", "%@ is there"}});
     for (const auto &[button, code] : {std::pair("Replace_btn", 1), std::pair("Keep_Both_btn", 2), std::pair("Skip_btn", 3)}) {
-        FlowWorld here;
-        here.world.setTexts({{"Music_Name_Existe", "%@ is there"}});
-        AnswerScript answers;
         answers.at("Song is there").press(button);
-        ConflictStep step("Import_musics");
         EXPECT_EQ(step.choiceFor("Song"), code) << button;
         EXPECT_FALSE(step.appliesToAll());
     }
 }
-
-class Conflicts : public testing::Test {
-protected:
-    FlowWorld here;
-    AnswerScript answers;
-    ConflictStep step{"Import_musics"};
-};
 
 TEST_F(Conflicts, tickedBoxAppliesTheChoiceToAllThatFollow) {
     answers.at("Music_Name_Existe").tick("Apply_to_All_btn").press("Skip_btn");
@@ -94,15 +93,13 @@ TEST_F(Conflicts, deviceThatLeftMeanwhileEndsTheBatch) {
 
 // ---------------------------------------------------------------- the dialog with a link
 
-TEST(PhotoDialog, hasItsCodes) {
+TEST_F(PhotoDialog, hasItsCodes) {
     struct {
         std::int64_t type;
         const char *button;
         std::int64_t code;
     } rows[] = {{0, "Left", 1}, {0, "Right", 0}, {1, "Left", 0}, {1, "Right", 1}, {2, "Right", 1}};
     for (const auto &[type, button, code] : rows) {
-        FlowWorld here;
-        AnswerScript answers;
         answers.at("Done").press(button);
         const auto dialog = alloc<HNPhototDiolagWindowController>();
         dialog->initTitle_WithMessage_markImage_leftBtnTitle_rightBtnTitle_windowType("T", "Done", nullptr, "Left", "Right", type);
@@ -110,9 +107,7 @@ TEST(PhotoDialog, hasItsCodes) {
     }
 }
 
-TEST(PhotoDialog, ofWhatCannotBeViewedHasOneButtonAndALink) {
-    FlowWorld here;
-    AnswerScript answers(&here.log);
+TEST_F(PhotoDialog, ofWhatCannotBeViewedHasOneButtonAndALink) {
     const auto dialog = alloc<HNPhototDiolagWindowController>();
     dialog->initShowViewPhoto();
     answers.at("View_Video_failed").closeByTitleBar();
@@ -122,8 +117,7 @@ TEST(PhotoDialog, ofWhatCannotBeViewedHasOneButtonAndALink) {
     EXPECT_TRUE(dialog->markImage.get() != nullptr);
 }
 
-TEST(PhotoDialog, attributedTextReplacesTheMessageAndHasNoLink) {
-    FlowWorld here;
+TEST_F(PhotoDialog, attributedTextReplacesTheMessageAndHasNoLink) {
     const auto dialog = alloc<HNPhototDiolagWindowController>();
     dialog->initTitle_WithAttributeString_markImage_leftBtnTitle_rightBtnTitle_windowType("T", make<NSAttributedString>("Rich"), nullptr, "L",
                                                                                           "R", 0);
@@ -133,11 +127,9 @@ TEST(PhotoDialog, attributedTextReplacesTheMessageAndHasNoLink) {
 
 // ---------------------------------------------------------------- the older progress window
 
-class ProgressHost : public testing::Test {
+class ProgressHost : public OwnWindow {
 protected:
     void show() { host.showProgressWindow(host.progressWindowString_upText_downText("Merge", "Wait", "")); }
-    FlowWorld here;
-    AnswerScript answers{&here.log};
     ProgressWindowHost host;
 };
 
@@ -193,7 +185,7 @@ TEST_F(ProgressHost, resultDialogGivesItsCode) {
 
 // ---------------------------------------------------------------- preview of a device file
 
-class Preview : public testing::Test {
+class Preview : public OwnWindow {
 protected:
     Preview() {
         UserFolders folders = before;
@@ -205,11 +197,9 @@ protected:
     ~Preview() override { setUserFolders(before); }
 
     UserFolders before = userFolders();
-    FlowWorld here;
 };
 
 TEST_F(Preview, fetchesOnceAndPlaysWhatItFetched) {
-    AnswerScript answers(&here.log);
     DeviceFilePreview::open("/a.mp3", "/m/a.mp3", 2000, "Play");
     here.world.settle();
     const std::string path = here.folder() + "/TmpMusic//a.mp3";
@@ -220,7 +210,6 @@ TEST_F(Preview, fetchesOnceAndPlaysWhatItFetched) {
 }
 
 TEST_F(Preview, callsThePlayerAfterACancelToo) {
-    AnswerScript answers(&here.log);
     answers.at("Loading a.mp3").press("FileManager_Cancel");
     DeviceFilePreview::open("a.mp3", "/m/a.mp3", 2000, "Play");
     here.world.settle();
@@ -229,7 +218,6 @@ TEST_F(Preview, callsThePlayerAfterACancelToo) {
 
 TEST_F(Preview, opensNoFileOutsideItsFolder) {
     std::ofstream(here.folder() + "/secret") << "x";
-    AnswerScript answers(&here.log);
     DeviceFilePreview::open("../secret", "/m/a.mp3", 2000, "Play");
     EXPECT_EQ(here.log.take(), "");
 }

@@ -80,6 +80,7 @@ protected:
 
     PluginWorld world_;
     EventLog log_;
+    AnswerScript answers_{&log_};
     std::shared_ptr<FakeBookmarks> device_;
     FakeDevice fake_;
     std::shared_ptr<HNMbaseViewController> controller_;
@@ -205,44 +206,40 @@ TEST_F(BookmarkCategory, aRightClickOutsideTheSelectionTakesThatRowAlone) {
 // ---------------------------------------------------------------- add and edit
 
 TEST_F(BookmarkCategory, addsToEachSelectedFolderAndBesideEachSelectedBookmark) {
-    AnswerScript answers(&log_);
     openWithTree();
     select({"G", "top"});
-    answers.at("BMMenuTitle_AddBookMark").type("nameTextField", "new").type("URLTextField", " any text ").press("FileManager_Save");
-    answers.at("BMView_EditBookMarkSuccess").press("FileManager_OK");
+    answers_.at("BMMenuTitle_AddBookMark").type("nameTextField", "new").type("URLTextField", " any text ").press("FileManager_Save");
+    answers_.at("BMView_EditBookMarkSuccess").press("FileManager_OK");
     perform("addBookMarkMenuClick:");
     EXPECT_EQ(device_->log.take(), "bookmark 'new' ' any text ' in ''\nbookmark 'new' ' any text ' in '3'\nread");
     EXPECT_EQ(tree(), "(F (a G (b E new) c) new top) selection");
 }
 
 TEST_F(BookmarkCategory, withoutSelectionAFolderIsAddedAtTheTopLevel) {
-    AnswerScript answers(&log_);
     openWithTree();
     device_->refuses = true;
-    answers.at("BMMenuTitle_AddFolder").type("folderTextField", "new").press("FileManager_Save");
-    answers.at("BMView_RenameFolderFailed").press("FileManager_OK");
+    answers_.at("BMMenuTitle_AddFolder").type("folderTextField", "new").press("FileManager_Save");
+    answers_.at("BMView_RenameFolderFailed").press("FileManager_OK");
     perform("addFolderMenuClick:");
     EXPECT_EQ(device_->log.take(), "folder 'new' in ''");   // and nothing is read anew
 }
 
 TEST_F(BookmarkCategory, savingNeedsMoreThanBlanksInBothFields) {
-    AnswerScript answers(&log_);
     open();
-    auto &window = answers.at("BMMenuTitle_AddBookMark");
+    auto &window = answers_.at("BMMenuTitle_AddBookMark");
     window.type("nameTextField", "x").type("URLTextField", " \t").press("FileManager_Save");
-    answers.at("BMMenuTitle_AddBookMark").press("FileManager_Cancel");
+    answers_.at("BMMenuTitle_AddBookMark").press("FileManager_Cancel");
     perform("addBookMarkMenuClick:");
-    EXPECT_EQ(answers.takeFailures().size(), 1u);   // Save cannot be pressed
+    EXPECT_EQ(answers_.takeFailures().size(), 1u);   // Save cannot be pressed
     EXPECT_EQ(device_->log.take(), "");
 }
 
 TEST_F(BookmarkCategory, aFailedEditKeepsTheNewNameOnShowUntilARefresh) {
-    AnswerScript answers(&log_);
     openWithTree();
     select({"a"});
     device_->refuses = true;
-    answers.at("BMView_EditBookMark").type("nameTextField", "A \"<1>\"").press("FileManager_Save");
-    answers.at("BMView_EditBookMarkFailed").press("FileManager_OK");
+    answers_.at("BMView_EditBookMark").type("nameTextField", "A \"<1>\"").press("FileManager_Save");
+    answers_.at("BMView_EditBookMarkFailed").press("FileManager_OK");
     perform("EditBookMark");
     EXPECT_EQ(device_->log.take(), "edit 2 'A \"<1>\"' 'http://a.org'");
     EXPECT_EQ(tree(), "(F (A \"<1>\" G (b E) c) top) selection 0.0");
@@ -251,8 +248,8 @@ TEST_F(BookmarkCategory, aFailedEditKeepsTheNewNameOnShowUntilARefresh) {
     EXPECT_EQ(tree(), "(F (a G (b E) c) top) selection");
     select({"G"});
     device_->log.take();
-    answers.at("BMView_RenameFolder").type("folderTextField", "H").press("FileManager_Save");
-    answers.at("BMView_RenameFolderSuccess").press("FileManager_OK");
+    answers_.at("BMView_RenameFolder").type("folderTextField", "H").press("FileManager_Save");
+    answers_.at("BMView_RenameFolderSuccess").press("FileManager_OK");
     perform("RenameFolder");
     EXPECT_EQ(device_->log.take(), "rename 3 'H' ''\nread");   // and says nothing of a folder
     EXPECT_EQ(tree(), "(F (a H (b E) c) top) selection");
@@ -261,24 +258,22 @@ TEST_F(BookmarkCategory, aFailedEditKeepsTheNewNameOnShowUntilARefresh) {
 // ---------------------------------------------------------------- move, visit
 
 TEST_F(BookmarkCategory, movesTheSelectionToTheFolderOfTheMenu) {
-    AnswerScript answers(&log_);
     openWithTree();
     (void)rightClick({"a", "top"});
     const auto target = menu_->itemAtIndex(1)->submenu()->itemAtIndex(0)->submenu()->itemAtIndex(0);
-    answers.at("BMView_MoveSuccess").press("FileManager_OK");
+    answers_.at("BMView_MoveSuccess").press("FileManager_OK");
     perform("moveBookMarksToFolder:", Value(target));
     EXPECT_EQ(device_->log.take(), "move 2 7 to 3\nread");
     EXPECT_EQ(tree(), "(F (G (b E a top) c)) selection");
 }
 
 TEST_F(BookmarkCategory, closingTheWindowStopsAMoveAndSuccessIsToldAllTheSame) {
-    AnswerScript answers(&log_);
     openWithTree();
     device_->secondsPerItem = 1;
     (void)rightClick({"a", "c", "top"});
     const auto target = menu_->itemAtIndex(1)->submenu()->itemAtIndex(0)->submenu()->itemAtIndex(0);
-    answers.at("BMView_MoveWaiting").closeByTitleBar();
-    answers.at("BMView_MoveSuccess").press("FileManager_OK");
+    answers_.at("BMView_MoveWaiting").closeByTitleBar();
+    answers_.at("BMView_MoveSuccess").press("FileManager_OK");
     perform("moveBookMarksToFolder:", Value(target));
     EXPECT_EQ(device_->log.take(), "move 2 6 7 to 3\nstopped after 1\nread");
 }
@@ -296,12 +291,11 @@ TEST_F(BookmarkCategory, visitsWithoutAsking) {
 // ---------------------------------------------------------------- delete
 
 TEST_F(BookmarkCategory, deletingAFolderPassesItsBookmarksAndFoldersButNoEmptyOne) {
-    AnswerScript answers(&log_);
     world_.setTexts({{"BMView_deleteBookmark&Folder", "%ld folders, %ld bookmarks?"}, {"BMView_mutil_deleteResultAllSuccess", "%ld gone"}});
     openWithTree();
     select({"F"});
-    answers.at("1 folders, 3 bookmarks?").press("FileManager_Delete");
-    answers.at("5 gone").press("MessageDialog_Ok");
+    answers_.at("1 folders, 3 bookmarks?").press("FileManager_Delete");
+    answers_.at("5 gone").press("MessageDialog_Ok");
     perform("onDeleteButton:");
     EXPECT_EQ(device_->log.take(), "delete 1 2 3 4 6");
     EXPECT_EQ(tree(), "(top) selection");
@@ -309,13 +303,12 @@ TEST_F(BookmarkCategory, deletingAFolderPassesItsBookmarksAndFoldersButNoEmptyOn
 }
 
 TEST_F(BookmarkCategory, deletingTellsSuccessBeforeFailure) {
-    AnswerScript answers(&log_);
     world_.setTexts({{"BMView_deleteBookmarks", "%ld?"}, {"BMView_deleteResultAllFaileds", "%ld stay"}});
     openWithTree();
     select({"a", "b", "c"});
     device_->kept = {"4", "6"};
-    answers.at("3?").press("FileManager_Delete");
-    answers.at("BMView_deleteResultAllSuccess\n2 stay").press("MessageDialog_Ok");
+    answers_.at("3?").press("FileManager_Delete");
+    answers_.at("BMView_deleteResultAllSuccess\n2 stay").press("MessageDialog_Ok");
     perform("onDeleteButton:");
     EXPECT_EQ(device_->log.take(), "delete 2 4 6");
 }
@@ -331,11 +324,10 @@ TEST_F(BookmarkCategory, theBudgetOfBookmarksEndsADeleteBeforeAnEmptyFolder) {
 }
 
 TEST_F(BookmarkCategory, refusingADeleteChangesNothing) {
-    AnswerScript answers(&log_);
     world_.setTexts({{"BMView_deleteBookmark", "%@?"}});
     openWithTree();
     select({"a"});
-    answers.at("a?").press("FileManager_Cancel");
+    answers_.at("a?").press("FileManager_Cancel");
     perform("onDeleteButton:");
     EXPECT_EQ(device_->log.take(), "");
 }
@@ -345,9 +337,8 @@ TEST_F(BookmarkCategory, refusingADeleteChangesNothing) {
 class BookmarkExport : public BookmarkCategory {
 protected:
     [[nodiscard]] std::string exported() {
-        AnswerScript answers(&log_);
-        answers.savePanel().choose({path_}, true);
-        answers.at("BMView_ExportSuccess").press("FileManager_OK");
+        answers_.savePanel().choose({path_}, true);
+        answers_.at("BMView_ExportSuccess").press("FileManager_OK");
         perform("onExportButton:");
         return readFile(path_.str());
     }
@@ -379,11 +370,10 @@ TEST_F(BookmarkExport, writesTheWholeTreeWhateverIsSelectedOrSearchedFor) {
 }
 
 TEST_F(BookmarkExport, theFolderOpensOnRequestAndIsWhereTheNextPanelStarts) {
-    AnswerScript answers(&log_);
     openWithTree();
     logWorkspaceTo(log_);
-    answers.savePanel().choose({path_}, true);
-    answers.at("BMView_ExportSuccess").press("FileManager_OpenFolder");
+    answers_.savePanel().choose({path_}, true);
+    answers_.at("BMView_ExportSuccess").press("FileManager_OpenFolder");
     perform("onExportButton:");
     EXPECT_NE(log_.take().find("opens " + folder_.path().string()), std::string::npos);
     EXPECT_EQ(RVProductConfig::valueForKey("BookMarkExportPathKey"), NSString(folder_.path().string()));
