@@ -93,9 +93,13 @@ struct Progress {
     }
 };
 
-TEST(ProgressWindow, isLeftAtItsEndWithItsMainLabelAsTheText) {
+class ProgressWindow : public testing::Test {
+protected:
     PresenterWorld w;
     Progress progress;
+};
+
+TEST_F(ProgressWindow, isLeftAtItsEndWithItsMainLabelAsTheText) {
     EXPECT_TRUE(w.presenter->text().isNil());
     progress.show([](Progress &p) { dispatch::after(std::chrono::seconds(5), dispatch::main(), [&p] { p.end("3 were imported."); }); });
     EXPECT_EQ(w.presenter->text(), NSString("3 were imported."));
@@ -103,19 +107,15 @@ TEST(ProgressWindow, isLeftAtItsEndWithItsMainLabelAsTheText) {
     EXPECT_FALSE(w.presenter->refused());
 }
 
-TEST(ProgressWindow, isCancelledByAnInterrupt) {
-    PresenterWorld w;
-    Progress progress;
+TEST_F(ProgressWindow, isCancelledByAnInterrupt) {
     progress.show([&](Progress &) { dispatch::async(dispatch::main(), [&] { EXPECT_TRUE(w.presenter->interrupt()); }); });
     EXPECT_EQ(w.presenter->text(), NSString("cancelled"));
     EXPECT_EQ(progress.clicks, 2);
 }
 
 // Ctrl-C while a flow still reads its file, and again in the moment in which it sets its window up.
-TEST(ProgressWindow, isCancelledByAnInterruptThatCameBeforeIt) {
-    PresenterWorld w;
+TEST_F(ProgressWindow, isCancelledByAnInterruptThatCameBeforeIt) {
     EXPECT_FALSE(w.presenter->interrupt());
-    Progress progress;
     progress.show([](Progress &p) {
         p.window->borderButton()->setTag(0);
         dispatch::after(std::chrono::milliseconds(20), dispatch::main(), [&p] { p.window->borderButton()->setTag(5); });
@@ -124,9 +124,7 @@ TEST(ProgressWindow, isCancelledByAnInterruptThatCameBeforeIt) {
     EXPECT_EQ(progress.clicks, 2);
 }
 
-TEST(ProgressWindow, aDisabledButtonKeepsTheInterruptUntilTheEnd) {
-    PresenterWorld w;
-    Progress progress;
+TEST_F(ProgressWindow, aDisabledButtonKeepsTheInterruptUntilTheEnd) {
     progress.show([&](Progress &p) {
         p.window->borderButton()->setEnabled(false);
         dispatch::async(dispatch::main(), [&] { EXPECT_TRUE(w.presenter->interrupt()); });
@@ -136,9 +134,7 @@ TEST(ProgressWindow, aDisabledButtonKeepsTheInterruptUntilTheEnd) {
     EXPECT_EQ(progress.clicks, 1);
 }
 
-TEST(ProgressWindow, thatNobodyFinishesIsClosed) {
-    PresenterWorld w;
-    Progress progress;
+TEST_F(ProgressWindow, thatNobodyFinishesIsClosed) {
     progress.show([](Progress &) {});
     EXPECT_TRUE(w.presenter->refused());
     EXPECT_TRUE(w.presenter->text().isNil());

@@ -11,15 +11,19 @@ namespace {
 
 constexpr const char *kCard = "BEGIN:VCARD\nVERSION:3.0\nN:Hopper;Grace;;;\nFN:Grace Hopper\nEND:VCARD\n";
 
+class CommandLine : public testing::Test {
+protected:
+    const Program program;
+};
+
 // ---------------------------------------------------------------- words and statuses
 
-TEST(CommandLine, wrongWordsEndWithTheirStatus) {
+TEST_F(CommandLine, wrongWordsEndWithTheirStatus) {
     struct Row {
         std::vector<std::string> words;
         int status;
         const char *told;
     };
-    const Program program;
     program.file("note.txt", "");
     for (const Row &row : {Row{{"notes", "list"}, 2, "--help"},
                            Row{{"contacts", "shout"}, 2, "--help"},
@@ -36,8 +40,7 @@ TEST(CommandLine, wrongWordsEndWithTheirStatus) {
         EXPECT_EQ(program.refused(row.words, row.status, row.told).out, "") << row.told;
 }
 
-TEST(CommandLine, tellsVersionAndHelpWithoutTouchingTheHome) {
-    const Program program;
+TEST_F(CommandLine, tellsVersionAndHelpWithoutTouchingTheHome) {
     const Outcome version = program.run({"contacts", "--version"});
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.out, "0.1.0\n");
@@ -47,8 +50,7 @@ TEST(CommandLine, tellsVersionAndHelpWithoutTouchingTheHome) {
     EXPECT_TRUE(fs::is_empty(program.home()));
 }
 
-TEST(CommandLine, takesOptionsAnywhere) {
-    const Program program;
+TEST_F(CommandLine, takesOptionsAnywhere) {
     const std::string image = program.smallImage("image");
     const std::string groups = program.run({"--json", "--device", image, "contacts", "groups"}).out;
     EXPECT_EQ(groups, R"([
@@ -64,8 +66,7 @@ TEST(CommandLine, takesOptionsAnywhere) {
     EXPECT_EQ(program.run({"contacts", "--json", "--device", image, "groups"}).out, groups);
 }
 
-TEST(CommandLine, aFullDiskForTheResultIsAFailure) {
-    const Program program;
+TEST_F(CommandLine, aFullDiskForTheResultIsAFailure) {
     const std::string image = program.smallImage("image");
     // The shell only redirects; its words are this test's own.
     program.refused({"--device", image, "contacts", "list"}, 1, "could not be written", {"/bin/sh", "-c", "exec \"$0\" \"$@\" >/dev/full"});
@@ -73,8 +74,7 @@ TEST(CommandLine, aFullDiskForTheResultIsAFailure) {
 
 // ---------------------------------------------------------------- devices
 
-TEST(DeviceCommands, makeAnImageAndReplaceItOnlyWhenTold) {
-    const Program program;
+TEST_F(CommandLine, makesAnImageAndReplacesItOnlyWhenTold) {
     EXPECT_EQ(program.run({"device", "create", "one", "--name", "Zoë's Phone"}).status, 0);
     const auto info = program.json({"device", "info", "--device", "one"});
     EXPECT_EQ(info["name"], "Zoë's Phone");
@@ -92,8 +92,7 @@ TEST(DeviceCommands, makeAnImageAndReplaceItOnlyWhenTold) {
     EXPECT_EQ(std::distance(fs::directory_iterator(program.home() / "papers"), {}), 1);
 }
 
-TEST(DeviceCommands, theEmbeddedImageIsMadeOnceAndKeptAsThePersonLeftIt) {
-    const Program program;
+TEST_F(CommandLine, theEmbeddedImageIsMadeOnceAndKeptAsThePersonLeftIt) {
     const auto first = program.json({"contacts", "list"});
     EXPECT_EQ(first["contacts"].size(), 26u);
     EXPECT_EQ(first["contacts"][0]["completeName"], "Ada Lindqvist");
@@ -102,16 +101,14 @@ TEST(DeviceCommands, theEmbeddedImageIsMadeOnceAndKeptAsThePersonLeftIt) {
     EXPECT_TRUE(fs::exists(program.home() / ".local/share/hnmanager/device/Device.plist"));
 }
 
-TEST(DeviceCommands, aFolderOfBackupsNamesThem) {
-    const Program program;
+TEST_F(CommandLine, aFolderOfBackupsNamesThem) {
     const std::string backup = program.smallBackup("backups/one");
     fs::remove_all(program.home() / "backups/one-image");
     program.refused({"device", "info", "--device", "backups"}, 3, "backups/one");
     EXPECT_EQ(program.json({"device", "info", "--device", backup})["kind"], "backup");
 }
 
-TEST(DeviceCommands, theTreeHasTheCategoriesAsOnShow) {
-    const Program program;
+TEST_F(CommandLine, theTreeHasTheCategoriesAsOnShow) {
     const auto tree = program.json({"tree"});
     ASSERT_EQ(tree.size(), 8u);
     EXPECT_EQ(tree[0].dump(), R"({"fileTypeName":"Photos","nibName":"","children":[)"
@@ -120,8 +117,7 @@ TEST(DeviceCommands, theTreeHasTheCategoriesAsOnShow) {
     EXPECT_EQ(tree[3].dump(), R"({"fileTypeName":"Contacts","nibName":"HNMContactViewController","children":[]})");
 }
 
-TEST(Summary, showsDeviceCategoriesAndContactsWithoutACommand) {
-    const Program program;
+TEST_F(CommandLine, showsDeviceCategoriesAndContactsWithoutACommand) {
     const Outcome outcome = program.run({"--device", program.smallImage("image")});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_NE(outcome.out.find("name      Test Phone\n"), std::string::npos) << outcome.out;
@@ -131,8 +127,7 @@ TEST(Summary, showsDeviceCategoriesAndContactsWithoutACommand) {
 
 // ---------------------------------------------------------------- what the program keeps
 
-TEST(Keeping, itsFoldersAreThePersonsAloneAndScratchIsGone) {
-    const Program program;
+TEST_F(CommandLine, keepsFoldersThatAreThePersonsAloneAndScratchIsGone) {
     ASSERT_EQ(program.run({"contacts", "list"}).status, 0);
     const auto modeOf = [&](const char *name) {
         struct stat status {};
@@ -144,8 +139,7 @@ TEST(Keeping, itsFoldersAreThePersonsAloneAndScratchIsGone) {
     EXPECT_TRUE(fs::is_empty(program.home() / ".cache/hnmanager/scratch"));
 }
 
-TEST(Keeping, damagedSettingsAreSetAsideAndTold) {
-    const Program program;
+TEST_F(CommandLine, damagedSettingsAreSetAsideAndTold) {
     program.file(".config/hnmanager/settings.json", "{\"product\": {\"Contact");
     program.refused({"contacts", "import", program.file("cards/one.vcf", kCard)}, 0, "settings.json.damaged");
     EXPECT_EQ(testhost::readFile(program.home() / ".config/hnmanager/settings.json.damaged"), "{\"product\": {\"Contact");

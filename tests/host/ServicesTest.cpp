@@ -20,7 +20,8 @@ namespace {
 
 // ---------------------------------------------------------------- settings
 
-struct SettingsWorld {
+class Settings : public testing::Test {
+protected:
     TempFolder folder;
     fs::path path = folder.path() / "hnmanager/settings.json";
     std::vector<std::string> warnings;
@@ -30,64 +31,61 @@ struct SettingsWorld {
     }
 };
 
-TEST(Settings, comeBackAsWhatTheyWere) {
-    SettingsWorld world;
-    const auto store = world.open();
+TEST_F(Settings, comeBackAsWhatTheyWere) {
+    const auto store = open();
     store->write("flag", Value(true));
     store->write("number", Value(std::int64_t{-7}));
     store->write("text", Value(NSString("Ü\n\"")));
     store->write("gone", Value(NSString("x")));
     store->write("gone", Value());
-    world.open("product")->write("text", Value(NSString("another group")));
-    const auto again = world.open();
+    open("product")->write("text", Value(NSString("another group")));
+    const auto again = open();
     EXPECT_TRUE(again->read("flag").isFlag());
     EXPECT_TRUE(again->read("flag").boolValue());
     EXPECT_EQ(again->read("number").integerValue(), -7);
     EXPECT_EQ(again->read("text").text(), NSString("Ü\n\""));
     EXPECT_TRUE(again->read("gone").isAbsent());
-    EXPECT_TRUE(world.warnings.empty());
+    EXPECT_TRUE(warnings.empty());
 }
 
-TEST(Settings, keepWhatAnotherProcessWroteMeanwhile) {
-    SettingsWorld world;
-    const auto mine = world.open(), other = world.open();
+TEST_F(Settings, keepWhatAnotherProcessWroteMeanwhile) {
+    const auto mine = open(), other = open();
     mine->write("mine", Value(true));
     other->write("other", Value(true));
     mine->write("mine", Value(false));
-    EXPECT_TRUE(world.open()->read("other").boolValue());
+    EXPECT_TRUE(open()->read("other").boolValue());
 }
 
-TEST(Settings, thatAreDamagedAreSetAsideUnchangedAndTold) {
+TEST_F(Settings, thatAreDamagedAreSetAsideUnchangedAndTold) {
     for (const std::string &bytes : {std::string(), std::string("{\"defaults\": {\"fl"), std::string("[1]"), std::string("{\"defaults\": 1}"),
                                      std::string("\0\xff", 2), std::string((1 << 20) + 1, ' ')}) {
-        SettingsWorld world;
-        writeFile(world.path, bytes);
-        const auto store = world.open();
+            fs::remove_all(path.parent_path());
+        warnings.clear();
+        writeFile(path, bytes);
+        const auto store = open();
         EXPECT_TRUE(store->read("flag").isAbsent());
         store->write("flag", Value(true));
-        EXPECT_TRUE(world.open()->read("flag").boolValue());
-        EXPECT_TRUE(testhost::readFile(world.path.string() + ".damaged") == bytes) << bytes.substr(0, 20);
-        EXPECT_EQ(world.warnings.size(), 1u);
+        EXPECT_TRUE(open()->read("flag").boolValue());
+        EXPECT_TRUE(testhost::readFile(path.string() + ".damaged") == bytes) << bytes.substr(0, 20);
+        EXPECT_EQ(warnings.size(), 1u);
     }
 }
 
-TEST(Settings, aValueOfAnotherKindReadsAsAbsentAndStays) {
-    SettingsWorld world;
-    writeFile(world.path, R"({"defaults": {"list": [1]}})");
-    const auto store = world.open();
+TEST_F(Settings, aValueOfAnotherKindReadsAsAbsentAndStays) {
+    writeFile(path, R"({"defaults": {"list": [1]}})");
+    const auto store = open();
     EXPECT_TRUE(store->read("list").isAbsent());
     store->write("flag", Value(true));
-    EXPECT_NE(testhost::readFile(world.path).find("\"list\""), std::string::npos);
+    EXPECT_NE(testhost::readFile(path).find("\"list\""), std::string::npos);
 }
 
-TEST(Settings, lastAsLongAsTheProcessWhereTheyCannotBeKept) {
-    SettingsWorld world;
-    device::replaceWhole(world.folder.path() / "hnmanager", "a file stands where the folder should");
-    const auto store = world.open();
+TEST_F(Settings, lastAsLongAsTheProcessWhereTheyCannotBeKept) {
+    device::replaceWhole(folder.path() / "hnmanager", "a file stands where the folder should");
+    const auto store = open();
     store->write("flag", Value(true));
     store->write("other", Value(true));
     EXPECT_TRUE(store->read("flag").boolValue());
-    EXPECT_EQ(world.warnings.size(), 1u);
+    EXPECT_EQ(warnings.size(), 1u);
 }
 
 // ---------------------------------------------------------------- folders, workspace
@@ -137,7 +135,8 @@ TEST(WorkspaceOpener, turnsPathsIntoAddressesAndOpensNoOtherSchemes) {
 
 // ---------------------------------------------------------------- device layer
 
-struct DeviceWorld {
+class Devices : public testing::Test {
+protected:
     TempFolder folder;
     TestWorld world;
     std::shared_ptr<host::HostDeviceLayer> layer = std::make_shared<host::HostDeviceLayer>(nullptr);
@@ -147,45 +146,42 @@ struct DeviceWorld {
     }
 };
 
-TEST(HostDeviceLayer, postsASwitchAfterTheNewDeviceStands) {
-    DeviceWorld w;
+TEST_F(Devices, theLayerPostsASwitchAfterTheNewDeviceStands) {
     const auto owner = std::make_shared<int>();
     std::string seen;
     NSNotificationCenter::defaultCenter().addObserver_block(owner, NMobileDeviceDidSwitchChangeNotification,
-                                                            [&](const auto &) { seen += w.layer->deviceName().str() + ";"; });
-    EXPECT_FALSE(w.layer->isDeviceConnected());
-    w.layer->switchTo(w.image("one"));
-    const auto first = w.layer->context()->contactInterface();
-    EXPECT_EQ(first, w.layer->context()->contactInterface());   // opened once
-    w.layer->switchTo(w.image("two"));
-    EXPECT_NE(first, w.layer->context()->contactInterface());
-    w.world.settle();
+                                                            [&](const auto &) { seen += layer->deviceName().str() + ";"; });
+    EXPECT_FALSE(layer->isDeviceConnected());
+    layer->switchTo(image("one"));
+    const auto first = layer->context()->contactInterface();
+    EXPECT_EQ(first, layer->context()->contactInterface());   // opened once
+    layer->switchTo(image("two"));
+    EXPECT_NE(first, layer->context()->contactInterface());
+    world.settle();
     EXPECT_EQ(seen, "one;two;");
 }
 
-TEST(DeviceWatch, postsOnceForEachTimeThatTheDeviceWentAway) {
-    DeviceWorld w;
-    w.layer->switchTo(w.image("one"));
+TEST_F(Devices, theWatchPostsOnceForEachTimeThatTheDeviceWentAway) {
+    layer->switchTo(image("one"));
     int posts = 0;
     const auto owner = std::make_shared<int>();
     NSNotificationCenter::defaultCenter().addObserver_block(owner, NMobileDeviceDisConnectionDidChangeNotification,
                                                             [&](const auto &) { ++posts; });
-    host::DeviceWatch watch(w.layer, std::chrono::hours(1));
+    host::DeviceWatch watch(layer, std::chrono::hours(1));
     EXPECT_FALSE(watch.look());
-    fs::rename(w.folder.path() / "one", w.folder.path() / "away");
+    fs::rename(folder.path() / "one", folder.path() / "away");
     EXPECT_TRUE(watch.look());
     EXPECT_FALSE(watch.look());
-    w.world.settle();
+    world.settle();
     EXPECT_EQ(posts, 1);
 }
 
-TEST(HostGates, askForRoomToTheByteAndForTheRightToWrite) {
-    DeviceWorld w;
+TEST_F(Devices, theGatesAskForRoomToTheByteAndForTheRightToWrite) {
     std::vector<device::AccessError::Kind> refusals;
-    host::HostGates gates(w.layer, [&](device::AccessError::Kind kind, const std::string &) { refusals.push_back(kind); });
+    host::HostGates gates(layer, [&](device::AccessError::Kind kind, const std::string &) { refusals.push_back(kind); });
     EXPECT_FALSE(gates.actionRequestDeviceSize(0));
-    const auto session = w.image("one");
-    w.layer->switchTo(session);
+    const auto session = image("one");
+    layer->switchTo(session);
     EXPECT_TRUE(gates.actionRequestDeviceSize(0));
     EXPECT_FALSE(gates.actionRequestDeviceSize(std::int64_t{1} << 62));
     {
@@ -194,8 +190,8 @@ TEST(HostGates, askForRoomToTheByteAndForTheRightToWrite) {
     }
     using Kind = device::AccessError::Kind;
     EXPECT_EQ(refusals, (std::vector{Kind::gone, Kind::noSpace, Kind::locked}));
-    EXPECT_TRUE(gates.actionRequestDiskSize_withPath(1, NSString((w.folder.path() / "not/there/yet").string())));
-    EXPECT_FALSE(gates.actionRequestDiskSize_withPath(std::int64_t{1} << 62, NSString(w.folder.path().string())));
+    EXPECT_TRUE(gates.actionRequestDiskSize_withPath(1, NSString((folder.path() / "not/there/yet").string())));
+    EXPECT_FALSE(gates.actionRequestDiskSize_withPath(std::int64_t{1} << 62, NSString(folder.path().string())));
 }
 
 // Fails every second contact, and stops where it is told to.
