@@ -1,5 +1,8 @@
 // The program's window: what a person sees of it and does by clicks, keys and drops.
 #include <QApplication>
+#include <QScrollBar>
+
+#include <algorithm>
 
 #include "host/window/Accessibility.h"
 #include "tests/window/ShellFixture.h"
@@ -24,6 +27,28 @@ TEST_F(ShellTest, searchesAsOneTypesAndSelectsByClicks) {
     world.clickAt(*shell->list(), inRow(0));
     EXPECT_EQ(shell->list()->numberOfSelectedRows(), 1);
     picture("contacts-search");
+}
+
+TEST_F(ShellTest, theListTakesClicksWheelAndScrollBar) {
+    const auto list = shell->list();
+    world.clickAt(*list, inRow(3));
+    world.clickAt(*list, inRow(6), Qt::ControlModifier);
+    EXPECT_EQ(list->selectedRowIndexes().toString(), "{3, 6}");
+    world.clickAt(*list, inRow(8), Qt::ShiftModifier);
+    EXPECT_TRUE(list->isRowSelected(8));
+    world.wheel(*list, -5);
+    EXPECT_EQ(list->visibleRect().minY(), 300);
+    world.serve();
+    const auto bars = surface->findChildren<QScrollBar *>();
+    const auto bar = std::ranges::find_if(bars, [](const QScrollBar *one) { return one->isVisible() && one->value() == 300; });
+    ASSERT_NE(bar, bars.end());
+    for (; (*bar)->value() != (*bar)->maximum(); world.serve())   // farther down once the heights of the rows on the way are known
+        (*bar)->setValue((*bar)->maximum());
+    const std::int64_t last = list->numberOfRows() - 1;
+    EXPECT_EQ(list->rowAtPoint({10, list->visibleRect().maxY() - 5}), last);
+    world.clickAt(*list, inRow(last));
+    EXPECT_EQ(list->selectedRow(), last);
+    EXPECT_TRUE(list->isConsistent());
 }
 
 TEST_F(ShellTest, aCategoryWithoutANibShowsSoAndTheTreeFollows) {
