@@ -15,10 +15,10 @@ HN_CLASS_TABLE(NSTreeController, NSObjectTable,
         return Value();
     }))
 
-namespace {
-
-// Every node below `top` in the order of the outline; `leave` is called once all below a node was visited.
-template <class Enter, class Leave> void walk(const std::shared_ptr<NSTreeNode> &top, Enter &&enter, Leave &&leave) {
+// Every node below `top` in the order of the outline; where `enter` gives false the walk does not go below. `leave` is called
+// once all below a node was visited.
+template <class Enter, class Leave>
+void NSTreeController::walk(const std::shared_ptr<NSTreeNode> &top, Enter &&enter, Leave &&leave) {
     struct Frame {
         std::shared_ptr<NSTreeNode> node;
         std::size_t next;
@@ -26,9 +26,10 @@ template <class Enter, class Leave> void walk(const std::shared_ptr<NSTreeNode> 
     std::vector<Frame> stack{{top, 0}};
     while (!stack.empty()) {
         Frame &frame = stack.back();
-        if (const auto child = frame.node->childAtIndex(frame.next++)) {
-            enter(child);
-            stack.push_back({child, 0});
+        if (frame.next < frame.node->children_.size()) {
+            const std::shared_ptr<NSTreeNode> &child = frame.node->children_[frame.next++];
+            if (enter(child))
+                stack.push_back({child, 0});
             continue;
         }
         const std::shared_ptr<NSTreeNode> done = std::move(frame.node);
@@ -37,8 +38,6 @@ template <class Enter, class Leave> void walk(const std::shared_ptr<NSTreeNode> 
             leave(done);
     }
 }
-
-}  // namespace
 
 void NSTreeController::init() {
     content_ = make<NSMutableArray>();
@@ -50,11 +49,26 @@ void NSTreeController::init() {
 
 // ---------------------------------------------------------------- objects and their nodes
 
-NSTreeNode::Leaf NSTreeController::leafOf(const id &object) const {
-    if (leafKeyPath_.isEmpty())
-        return NSTreeNode::Leaf::unknown;
-    return object->valueForKeyPath(leafKeyPath_.view()).boolValue() ? NSTreeNode::Leaf::yes : NSTreeNode::Leaf::no;
-}
+// Whether objects are leaves. What answers for one object answers for the next of its class, too: it is looked up once.
+class NSTreeController::LeafKey {
+public:
+    explicit LeafKey(std::string_view path) : path_(path) {}
+    [[nodiscard]] NSTreeNode::Leaf of(NSObject &object) {
+        if (path_.empty())
+            return NSTreeNode::Leaf::unknown;
+        if (const ClassTable *const table = &object.classTable(); table != table_) {
+            table_ = table;
+            getter_ = table->getter(path_);
+        }
+        const Value value = getter_ ? (*getter_)(object) : object.valueForKeyPath(path_);
+        return value.boolValue() ? NSTreeNode::Leaf::yes : NSTreeNode::Leaf::no;
+    }
+
+private:
+    std::string_view path_;
+    const ClassTable *table_ = nullptr;
+    const ClassTable::Getter *getter_ = nullptr;
+};
 
 NSArray NSTreeController::childObjectsOf(const NSTreeNode &node) const {
     if (&node == root_.get())
@@ -80,7 +94,7 @@ std::shared_ptr<NSMutableArray> NSTreeController::listOf(const NSTreeNode &node)
     return node.representedObject_->setValue_forKey(Value(list), childrenKeyPath_.view()) ? list : nullptr;
 }
 
-bool NSTreeController::syncChildren(NSTreeNode &node, const std::unordered_multiset<NSObject *> &onPath) {
+bool NSTreeController::syncChildren(NSTreeNode &node, const std::unordered_multiset<NSObject *> &onPath, LeafKey &leafKey) {
     NSArray::Items objects = childObjectsOf(node).items();
     std::erase_if(objects, [&onPath](const id &object) { return onPath.contains(object.get()); });
     objects = lists::sorted(std::move(objects), sortDescriptors_);
@@ -105,7 +119,7 @@ bool NSTreeController::syncChildren(NSTreeNode &node, const std::unordered_multi
         node.adopt(std::move(children));
     }
     for (const auto &child : node.children_)
-        child->leaf_ = leafOf(child->representedObject_);
+        child->leaf_ = leafKey.of(*child->representedObject_);
     return !same;
 }
 
@@ -114,12 +128,16 @@ bool NSTreeController::syncBelow(NSTreeNode &top) {
     std::shared_ptr<NSTreeNode> self = selfOf(&top);
     for (auto node = self; node && node != root_; node = node->parentNode())
         onPath.insert(node->representedObject_.get());
-    bool changed = syncChildren(top, onPath);
+    LeafKey leafKey(leafKeyPath_.view());
+    bool changed = syncChildren(top, onPath, leafKey);
     walk(
         self,
         [&](const std::shared_ptr<NSTreeNode> &node) {
+            if (node->leaf_ == NSTreeNode::Leaf::yes && node->children_.empty())
+                return false;
             onPath.insert(node->representedObject_.get());
-            changed |= syncChildren(*node, onPath);
+            changed |= syncChildren(*node, onPath, leafKey);
+            return true;
         },
         [&](const std::shared_ptr<NSTreeNode> &node) { onPath.erase(onPath.find(node->representedObject_.get())); });
     return changed;
@@ -172,6 +190,7 @@ NSTreeNodes NSTreeController::inOrder(const NSTreeNodes &nodes) const {
         [&](const std::shared_ptr<NSTreeNode> &node) {
             if (wanted.contains(node.get()))
                 ordered.push_back(node);
+            return true;
         },
         [](const std::shared_ptr<NSTreeNode> &) {});
     return ordered;
@@ -397,6 +416,7 @@ std::string NSTreeController::toString() const {
             text += node->representedObject_->valueForKey("name").description().str();
             if (node->childCount() > 0)
                 text += " (";
+            return true;
         },
         [&text](const std::shared_ptr<NSTreeNode> &node) {
             if (node->childCount() > 0)
@@ -417,6 +437,7 @@ bool NSTreeController::isConsistent() const {
             const auto parent = node->parentNode();
             good = good && node->inTree_ && parent && parent->childAtIndex(node->position_) == node;
             place.emplace(node.get(), place.size());
+            return true;
         },
         [](const std::shared_ptr<NSTreeNode> &) {});
     for (std::size_t i = 0; i < selected_.size() && good; ++i) {

@@ -103,13 +103,14 @@ public:
     [[nodiscard]] bool isConsistent() const;
 
 private:
+    class LeafKey;
+    template <class Enter, class Leave> static void walk(const std::shared_ptr<NSTreeNode> &top, Enter &&enter, Leave &&leave);
     void setChildNodes(NSTreeNode &node, NSTreeNodes children) override;
     [[nodiscard]] NSArray childObjectsOf(const NSTreeNode &node) const;
     [[nodiscard]] std::shared_ptr<NSMutableArray> listOf(const NSTreeNode &node) const;
-    [[nodiscard]] NSTreeNode::Leaf leafOf(const id &object) const;
     // Brings the nodes below in step with their objects; true where a node came, went or moved.
     bool syncBelow(NSTreeNode &top);
-    bool syncChildren(NSTreeNode &node, const std::unordered_multiset<NSObject *> &onPath);
+    bool syncChildren(NSTreeNode &node, const std::unordered_multiset<NSObject *> &onPath, LeafKey &leafKey);
     void finishChange(const TreeChange &change, bool treeChanged, const NSIndexPath &near, NSTreeNodes selection);
     [[nodiscard]] std::shared_ptr<NSTreeNode> nodeNear(const NSIndexPath &path) const;
     // Those of the nodes that hang in the tree, in the order of the outline.

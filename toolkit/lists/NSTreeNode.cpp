@@ -10,6 +10,8 @@ HN_CLASS_TABLE(NSTreeNode, NSObjectTable,
     .key("isLeaf", &NSTreeNode::isLeaf))
 
 NSTreeNode::~NSTreeNode() {
+    if (children_.empty())
+        return;
     NSArray::Items ending(std::make_move_iterator(children_.begin()), std::make_move_iterator(children_.end()));
     ending.push_back(std::move(representedObject_));
     lists::drop(std::move(ending));
@@ -40,12 +42,16 @@ std::shared_ptr<NSTreeNode> NSTreeNode::descendantNodeAtIndexPath(const NSIndexP
     return node;
 }
 
-void NSTreeNode::mark(NSTreeNodes nodes, bool inTree) {
-    while (!nodes.empty()) {
-        const std::shared_ptr<NSTreeNode> node = std::move(nodes.back());
-        nodes.pop_back();
-        node->inTree_ = inTree;
-        nodes.insert(nodes.end(), node->children_.begin(), node->children_.end());
+void NSTreeNode::mark(const NSTreeNodes nodes, bool inTree) {
+    std::vector<const NSTreeNodes *> open{&nodes};
+    while (!open.empty()) {
+        const NSTreeNodes &level = *open.back();
+        open.pop_back();
+        for (const auto &node : level) {
+            node->inTree_ = inTree;
+            if (!node->children_.empty())
+                open.push_back(&node->children_);
+        }
     }
 }
 
@@ -55,9 +61,10 @@ void NSTreeNode::adopt(NSTreeNodes children) {
         if (child->parent_.lock().get() == this)
             child->parent_.reset();
     NSTreeNodes come;
+    const std::weak_ptr<NSTreeNode> self = weakOf(this);
     for (std::size_t i = 0; i < children_.size(); ++i) {
         NSTreeNode &child = *children_[i];
-        child.parent_ = weakOf(this);
+        child.parent_ = self;
         child.position_ = i;
         if (child.inTree_ != inTree_)
             come.push_back(children_[i]);

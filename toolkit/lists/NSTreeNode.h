@@ -25,6 +25,7 @@ public:
 
 class NSTreeNode : public NSObject {
 public:
+    static constexpr bool kEndsOnAnyThread = true;
     HN_DECLARE_CLASS_TABLE
 
     // The child nodes of a node, to be changed; does nothing once the node has gone.
