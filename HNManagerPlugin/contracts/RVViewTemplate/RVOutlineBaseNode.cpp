@@ -6,8 +6,16 @@ HN_CLASS_TABLE(RVOutlineBaseNode, NSObjectTable,
     .key("isLeaf", [](NSObject &o) { return Value(static_cast<RVOutlineBaseNode &>(o).isLeaf()); },
          [](NSObject &o, const Value &v) { static_cast<RVOutlineBaseNode &>(o).setIsLeaf(v.boolValue()); }))
 
-RVOutlineBaseNode::RVOutlineBaseNode() : children_(make<NSMutableArray>()) {}
+const std::shared_ptr<NSMutableArray> &RVOutlineBaseNode::children() const {
+    if (!hasList_)
+        std::call_once(made_, [this] {
+            children_ = make<NSMutableArray>();
+            hasList_ = true;
+        });
+    return children_;
+}
 
-void RVOutlineBaseNode::setChildren(std::shared_ptr<NSMutableArray> children) {
-    children_ = children ? std::move(children) : make<NSMutableArray>();
+void RVOutlineBaseNode::setChildren(std::shared_ptr<NSMutableArray> list) {
+    (void)children();
+    children_ = list ? std::move(list) : make<NSMutableArray>();
 }
