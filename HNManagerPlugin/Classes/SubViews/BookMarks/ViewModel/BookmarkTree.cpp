@@ -10,12 +10,6 @@ namespace bookmarks {
 
 namespace {
 
-void hang(const Node &item, const Node &parent) {
-    item->parent = parent;
-    parent->children()->addObject(item);
-    parent->childrenKey.push_back(item->pKey);
-}
-
 constexpr std::int32_t kNowhere = -1;
 
 // The first place of each pKey in a list. A flat table: one look-up is one or two reads near each other.
@@ -51,6 +45,29 @@ private:
     bool isUnique_ = true;
 };
 
+// The children of each node of a list, hung in all at once.
+class Children {
+public:
+    explicit Children(std::size_t nodes) : below_(nodes) {}
+    void add(std::int32_t parent, const Node &item) { below_[static_cast<std::size_t>(parent)].push_back(item); }
+    void hangIn(const Nodes &nodes) {
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            if (below_[i].empty())
+                continue;
+            HNBookMarkEntity &parent = *nodes[i];
+            for (const id &item : below_[i]) {
+                auto &child = static_cast<HNBookMarkEntity &>(*item);
+                child.parent = nodes[i];
+                parent.childrenKey.push_back(child.pKey);
+            }
+            parent.children()->addObjectsFromArray(NSArray(std::move(below_[i])));
+        }
+    }
+
+private:
+    std::vector<NSArray::Items> below_;
+};
+
 // Folders that hang in one another are out of everybody's reach and would hold one another for ever. `up` is the place of
 // each one's parent among them.
 void dissolveRings(const Nodes &nested, const std::vector<std::int32_t> &up) {
@@ -81,7 +98,9 @@ bool addLeafToFolder(const Node &item, const Nodes &folder) {
     const auto found = std::ranges::find(folder, item->parentKey, [](const Node &entry) { return entry->pKey; });
     if (found == folder.end())
         return false;
-    hang(item, *found);
+    item->parent = *found;
+    (*found)->children()->addObject(item);
+    (*found)->childrenKey.push_back(item->pKey);
     return true;
 }
 
@@ -91,14 +110,17 @@ Nodes synthesize(const Nodes &flat, bool *keysAreUnique) {
         (item->parentKey.isNil() ? roots : nested).push_back(item);
     KeyIndex amongNested(nested), amongRoots(roots);
     std::vector<std::int32_t> up(nested.size(), kNowhere);
+    Children ofNested(nested.size()), ofRoots(roots.size());
     for (std::size_t i = 0; i < nested.size(); ++i) {
         const Node &item = nested[i];
         up[i] = amongNested.find(item->parentKey);
         if (up[i] != kNowhere)
-            hang(item, nested[static_cast<std::size_t>(up[i])]);
+            ofNested.add(up[i], item);
         else if (const std::int32_t root = amongRoots.find(item->parentKey); root != kNowhere)
-            hang(item, roots[static_cast<std::size_t>(root)]);
+            ofRoots.add(root, item);
     }
+    ofNested.hangIn(nested);
+    ofRoots.hangIn(roots);
     dissolveRings(nested, up);
     if (keysAreUnique)
         *keysAreUnique = amongNested.isUnique() && amongRoots.isUnique() &&
@@ -123,8 +145,7 @@ void walk(const NSArray &top, const std::function<bool(const Node &node, std::si
         }
         const Node node = std::static_pointer_cast<HNBookMarkEntity>(level.nodes[level.next++]);
         __builtin_prefetch(level.nodes[level.next].get());
-        // A leaf that never got a child needs no look into its list.
-        if (visit(node, open.size() - 1) && !(node->isLeaf() && node->childrenKey.empty()) && !node->children()->isEmpty())
+        if (visit(node, open.size() - 1) && node->hasChildren())
             open.push_back({node->children()->snapshot(), 0});
     }
 }
@@ -197,7 +218,7 @@ private:
             const bool isHit = wanted_.isIn(node.name) || (up != kNowhere && wanted_.isIn(node.url));
             if (isHit)
                 addCopy(copyOf_(node), up);
-            if ((node.isLeaf() && node.childrenKey.empty()) || node.children()->isEmpty())
+            if (!node.hasChildren())
                 continue;
             folders_.push_back({&node, node.children()->snapshot(), up, isHit ? hits_.found.back() : nullptr});
             open.push_back({static_cast<std::int32_t>(folders_.size() - 1), folders_.back().children});

@@ -1,6 +1,7 @@
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/HNMBookMarkViewModel.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
@@ -199,7 +200,7 @@ bool HNMBookMarkViewModel::searchFileByString(const NSString &text) {
     }
     bookmarks::Hits hits =
         bookmarks::search(contents->snapshot(), text, keysAreUnique_, [this](const HNBookMarkEntity &node) { return copyOf(node); });
-    searchArray->setArray(NSArray::of(hits.found));
+    searchArray->setArray(NSArray::Items(std::make_move_iterator(hits.found.begin()), std::make_move_iterator(hits.found.end())));
     if (searchArray->isEmpty())
         return false;
     foundTree_ = std::move(hits.tree);
