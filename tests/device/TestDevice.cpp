@@ -14,57 +14,14 @@ namespace testdevice {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-#define HN_EARLY_VALUES                                                                                                        \
-    "CREATE TABLE ABMultiValue (UID INTEGER PRIMARY KEY, record_id INTEGER, property INTEGER, identifier INTEGER, label INTEGER, value TEXT);" \
-    "CREATE TABLE ABMultiValueEntry (parent_id INTEGER, key INTEGER, value TEXT, UNIQUE(parent_id, key));"                     \
-    "CREATE TABLE ABMultiValueEntryKey (value TEXT, UNIQUE(value));"                                                           \
-    "CREATE TABLE ABMultiValueLabel (value TEXT, UNIQUE(value));"
-#define HN_PERSON_START                                                                                                                  \
-    "CREATE TABLE ABPerson (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, First TEXT, Last TEXT, Middle TEXT, FirstPhonetic TEXT, "           \
-    "MiddlePhonetic TEXT, LastPhonetic TEXT, Organization TEXT, Department TEXT, Note TEXT, Kind INTEGER, Birthday TEXT, JobTitle TEXT, " \
-    "Nickname TEXT, Prefix TEXT, Suffix TEXT, FirstSort TEXT, LastSort TEXT, CreationDate INTEGER, ModificationDate INTEGER, "           \
-    "CompositeNameFallback TEXT"
-#define HN_PERSON_2009                                                                                                                       \
-    ", ExternalIdentifier TEXT, StoreID INTEGER, DisplayName TEXT, FirstSortSection TEXT, LastSortSection TEXT, FirstSortLanguageIndex " \
-    "INTEGER DEFAULT 2147483647, LastSortLanguageIndex INTEGER DEFAULT 2147483647"
-#define HN_GROUPS                                                                                                          \
-    "CREATE TABLE ABGroup (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT, ExternalIdentifier TEXT, StoreID INTEGER);" \
-    "CREATE TABLE ABGroupMembers (UID INTEGER PRIMARY KEY, group_id INTEGER, member_type INTEGER, member_id INTEGER, "     \
-    "UNIQUE(group_id, member_type, member_id));"
-
-const char *const kStrict =   // keys, defaults and triggers as they stand on a device
-    HN_PERSON_START HN_PERSON_2009
-    ", PersonLink INTEGER DEFAULT -1, ImageURI TEXT, guid TEXT NOT NULL DEFAULT (ab_generate_guid()), UNIQUE(guid));"
-    "CREATE TABLE ABMultiValue (UID INTEGER PRIMARY KEY, record_id INTEGER, property INTEGER, identifier INTEGER, label INTEGER, value TEXT, "
-    "guid TEXT NOT NULL DEFAULT (ab_generate_guid()), UNIQUE(record_id, property, identifier), UNIQUE(guid));"
-    "CREATE TABLE ABMultiValueEntry (parent_id INTEGER, key INTEGER, value TEXT, UNIQUE(parent_id, key));"
-    "CREATE TABLE ABMultiValueEntryKey (value TEXT, UNIQUE(value));"
-    "CREATE TABLE ABMultiValueLabel (value TEXT, UNIQUE(value));"
-    "CREATE TABLE ABPhoneLastFour (multivalue_id INTEGER PRIMARY KEY, value TEXT);"
-    "CREATE TABLE ABLog (what TEXT);"
-    "CREATE TRIGGER note_insert AFTER INSERT ON ABPerson BEGIN INSERT INTO ABLog VALUES ('+' || coalesce(ab_only_on_device(NEW.First), NEW.First)); END;"
-    "CREATE TRIGGER note_delete AFTER DELETE ON ABPerson BEGIN INSERT INTO ABLog VALUES ('-' || OLD.First); END;" HN_GROUPS;
-
-}  // namespace
-
 const std::vector<Version> &versions() {
+    const auto sql = [](const char *name) { return readFile(std::string(HN_SAMPLES_DIR "/addressbook/") + name + ".sql"); };
     static const std::vector<Version> all = {
-        {"early", HN_EARLY_VALUES HN_PERSON_START ");", false, true},
-        {"phoneOS3", HN_EARLY_VALUES HN_GROUPS HN_PERSON_START HN_PERSON_2009 ");", true, true},
-        {"iOS6", HN_EARLY_VALUES HN_GROUPS HN_PERSON_START HN_PERSON_2009 ", PersonLink INTEGER DEFAULT -1, ImageURI TEXT, IsPreferredName INTEGER DEFAULT 1);",
-         true, true},
-        {"iOS17", kStrict, true, true},
-        {"iOS18WithoutKeys",
-         HN_PERSON_START HN_PERSON_2009
-         ", guid TEXT NOT NULL DEFAULT (ab_generate_guid()));"
-         "CREATE TABLE ABMultiValue (UID INTEGER PRIMARY KEY, record_id INTEGER, property INTEGER, identifier INTEGER, label INTEGER, value TEXT, guid TEXT NOT "
-         "NULL DEFAULT (ab_generate_guid()));"
-         "CREATE TABLE ABMultiValueLabel (value TEXT); CREATE TABLE ABMultiValueEntry (parent_id INTEGER, key INTEGER, value TEXT);"
-         "CREATE TABLE ABMultiValueEntryKey (value TEXT); CREATE TABLE ABGroup (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT, guid TEXT NOT NULL "
-         "DEFAULT (ab_generate_guid())); CREATE TABLE ABGroupMembers (UID INTEGER PRIMARY KEY, group_id INTEGER, member_type INTEGER, member_id INTEGER);",
-         true, true},
+        {"early", sql("early"), false, true},
+        {"phoneOS3", sql("phoneOS3"), true, true},
+        {"iOS6", sql("iOS6"), true, true},
+        {"iOS17", sql("iOS17"), true, true},   // keys, defaults and triggers as they stand on a device
+        {"iOS18WithoutKeys", sql("iOS18WithoutKeys"), true, true},
     };
     return all;
 }

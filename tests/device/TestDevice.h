@@ -19,7 +19,7 @@ using ::pictureOf, ::readFile, ::TempFolder;
 // The tables of an address book as one version of the system made it.
 struct Version {
     const char *name;
-    const char *sql;
+    std::string sql;
     bool hasGroups, hasParts;
 };
 [[nodiscard]] const std::vector<Version> &versions();

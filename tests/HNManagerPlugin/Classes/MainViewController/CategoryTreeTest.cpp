@@ -316,9 +316,7 @@ TEST(OpenPanels, areCancelledByExactClassOnTheActiveSpace) {
     Presenter::install(watch);
     const auto elsewhere = make<NSOpenPanel>();
     elsewhere->setOnActiveSpace(false);
-    for (const std::shared_ptr<NSSavePanel> &panel :
-         {std::shared_ptr<NSSavePanel>(make<NSOpenPanel>()), make<NSSavePanel>(), std::shared_ptr<NSSavePanel>(make<OwnOpenPanel>()),
-          std::shared_ptr<NSSavePanel>(make<OwnSavePanel>()), std::shared_ptr<NSSavePanel>(elsewhere)}) {
+    for (const auto &panel : std::vector<std::shared_ptr<NSSavePanel>>{make<NSOpenPanel>(), make<NSSavePanel>(), make<OwnOpenPanel>(), make<OwnSavePanel>(), elsewhere}) {
         EXPECT_EQ(panel->runModal(), kPanelCancel);
         world.settle();
     }
@@ -331,7 +329,7 @@ TEST_F(CategoryTree, shutDownDismissesOpenDialogsByExactClass) {
     const auto own = make<OwnDialog>();
     const auto plain = make<NSWindow>();
     const auto elsewhere = make<RUIDialogWindow>();
-    for (const std::shared_ptr<NSWindow> &window : {std::shared_ptr<NSWindow>(dialog), std::shared_ptr<NSWindow>(own), plain, std::shared_ptr<NSWindow>(elsewhere)})
+    for (const auto &window : std::vector<std::shared_ptr<NSWindow>>{dialog, own, plain, elsewhere})
         window->orderFront();
     elsewhere->setOnActiveSpace(false);
 
