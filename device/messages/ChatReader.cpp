@@ -60,8 +60,8 @@ std::string recordOf(const char *kind, std::int64_t row) { return std::string(ki
 
 }  // namespace
 
-ChatReader::ChatReader(sqlite::Database &database, Finder find, FailureLog &failures)
-    : database_(database), find_(std::move(find)), failures_(failures) {
+ChatReader::ChatReader(sqlite::Database &database, Finder find, FailureLog &failures, std::size_t together)
+    : database_(database), find_(std::move(find)), failures_(failures), together_(together) {
     const sqlite::Table message = database.table("message");
     if (!message.exists() || !database.table("chat").exists())
         throw AccessError(AccessError::Kind::damaged, database.file(), "has no tables of chats and messages, or is older than iOS 6");
@@ -98,22 +98,23 @@ ChatReader::Pairs ChatReader::pairsOf(const char *name, const char *first, const
     const sqlite::Table table = database_.table(name);
     if (!table.has(first) || !table.has(second))
         return pairs;
-    try {
-        sqlite::Statement rows = database_.prepare(std::string("SELECT ") + first + ", " + second + " FROM " + name + " NOT INDEXED");
+    const auto collect = [&](const std::string &order) {
+        sqlite::Statement rows = database_.prepare(std::string("SELECT ") + first + ", " + second + " FROM " + name + order);
         while (rows.step())
             pairs.emplace_back(rows.integer(0), rows.integer(1));
+    };
+    try {
+        collect(" NOT INDEXED");
     } catch (const sqlite::Error &error) {
         note(error, name);
+        try {   // an index holds them, too
+            collect(std::string(" ORDER BY ") + first + ", " + second);
+        } catch (const sqlite::Error &) {
+        }
     }
     std::ranges::sort(pairs);
     pairs.erase(std::ranges::unique(pairs).begin(), pairs.end());
     return pairs;
-}
-
-// Without an index every chat would walk through the joins of all chats.
-bool ChatReader::hasIndex() {
-    return database_.integer("SELECT count(*) FROM pragma_index_list('chat_message_join') l, pragma_index_info(l.name) i "
-                             "WHERE l.partial = 0 AND i.seqno = 0 AND lower(i.name) = 'chat_id'") > 0;
 }
 
 std::vector<NSString> ChatReader::membersOf(std::int64_t chat) const {
@@ -124,7 +125,7 @@ std::vector<NSString> ChatReader::membersOf(std::int64_t chat) const {
     return members;
 }
 
-// ---------------------------------------------------------------- messages of one chat
+// ---------------------------------------------------------------- messages
 
 NSString ChatReader::callerOf(sqlite::Statement &row) {
     if (row.rawText(kCaller) != caller_.view()) {
@@ -143,48 +144,28 @@ void ChatReader::appendMessage(std::vector<Message> &messages, sqlite::Statement
                         isSend && row.integer(kError) != 0});
 }
 
-std::vector<ChatReader::Message> ChatReader::messagesAtOnce(std::int64_t chat) {
-    std::vector<Message> messages;
-    messages_.reset();
-    messages_.bind(1, chat);
-    while (messages_.step())
-        appendMessage(messages, messages_);
-    return messages;
-}
-
-// Damage somewhere costs only the rows that lie there.
-std::vector<ChatReader::Message> ChatReader::messagesOneByOne(std::int64_t chat) {
-    std::vector<Message> messages;
-    for (const std::int64_t row : secondsOf(*joins_, chat)) {
+// In the order of the file: neighbours on a page belong to many chats. One by one: damage costs only the rows that lie there.
+void ChatReader::readMessages() {
+    std::vector<std::pair<std::int64_t, std::size_t>> wanted;   // message, place of its chat
+    wanted.reserve(waiting_);
+    for (std::size_t place = 0; place < chats_.size(); ++place)
+        for (const std::int64_t row : secondsOf(joins_, chats_[place].row))
+            wanted.emplace_back(row, place);
+    std::ranges::sort(wanted);
+    for (const auto &[row, place] : wanted) {
         try {
             message_.reset();
             message_.bind(1, row);
             if (message_.step())
-                appendMessage(messages, message_);
+                appendMessage(chats_[place].messages, message_);
         } catch (const sqlite::Error &error) {
             note(error, recordOf("message", row));
         }
     }
-    return messages;
-}
-
-std::vector<ChatReader::Message> ChatReader::messagesOf(std::int64_t chat) {
-    std::vector<Message> messages;
-    if (!joins_) {
-        try {
-            messages = messagesAtOnce(chat);
-        } catch (const sqlite::Error &error) {
-            note(error, recordOf("chat", chat));
-            joins_ = pairsOf("chat_message_join", "chat_id", "message_id");
-        }
-    }
-    if (joins_)
-        messages = messagesOneByOne(chat);
     const auto order = [](const Message &a, const Message &b) { return a.date != b.date ? a.date < b.date : a.row < b.row; };
-    if (!std::ranges::is_sorted(messages, order))
-        std::ranges::sort(messages, order);
-    messages.erase(std::ranges::unique(messages, {}, &Message::row).begin(), messages.end());
-    return messages;
+    for (Chat &chat : chats_)
+        if (!std::ranges::is_sorted(chat.messages, order))
+            std::ranges::sort(chat.messages, order);
 }
 
 // ---------------------------------------------------------------- elements
@@ -245,33 +226,43 @@ void ChatReader::fill(MessageBackupChat &chat, std::vector<Message> &messages) {
 // ---------------------------------------------------------------- chats
 
 void ChatReader::prepare() {
-    // Messages of many chats share a page, and each chat comes back to it. (Mapping the file would be quicker still, and
-    // would end the process where the disk goes away.)
-    database_.exec("PRAGMA cache_size = -65536");   // KiB
+    database_.exec("BEGIN");   // the file is locked once, not for every row
     readHandles();
     members_ = pairsOf("chat_handle_join", "chat_id", "handle_id");
     attachments_ = pairsOf("message_attachment_join", "message_id", "attachment_id");
-    if (!hasIndex())
-        joins_ = pairsOf("chat_message_join", "chat_id", "message_id");
-    messages_ = database_.prepare("SELECT " + columns_ + " FROM chat_message_join j CROSS JOIN message m ON m.ROWID = j.message_id WHERE j.chat_id = ?");
+    joins_ = pairsOf("chat_message_join", "chat_id", "message_id");
     message_ = database_.prepare("SELECT " + columns_ + " FROM message m WHERE m.ROWID = ?");
     if (const sqlite::Table table = database_.table("attachment"); table.exists() && !attachments_.empty())
         attachment_ = database_.prepare("SELECT " + table.term("filename") + ", " + table.term("transfer_name") + ", " + table.term("mime_type") +
                                         ", " + table.term("uti") + " FROM attachment WHERE ROWID = ?");
 }
 
-std::shared_ptr<MessageBackupChat> ChatReader::chatOf(sqlite::Statement &row) {
-    const std::int64_t number = row.integer(0);
-    auto chat = make<MessageBackupChat>();
-    chat->chatID = static_cast<std::uint64_t>(number);
-    chat->account = row.text(1);
+bool ChatReader::addChat(sqlite::Statement &row, const Taker &take) {
+    Chat chat{make<MessageBackupChat>(), row.integer(0), {}};
+    chat.made->chatID = static_cast<std::uint64_t>(chat.row);
+    chat.made->account = row.text(1);
     if (NSString service = row.text(2); !service.isEmpty())
-        chat->serviceName.push_back(std::move(service));
-    chat->chatTitle = row.text(3);
-    chat->personJoin = membersOf(number);
-    std::vector<Message> messages = messagesOf(number);
-    fill(*chat, messages);
-    return chat;
+        chat.made->serviceName.push_back(std::move(service));
+    chat.made->chatTitle = row.text(3);
+    chat.made->personJoin = membersOf(chat.row);
+    const auto messages = static_cast<std::size_t>(std::ranges::distance(secondsOf(joins_, chat.row)));
+    chat.messages.reserve(messages);
+    waiting_ += messages;
+    chats_.push_back(std::move(chat));
+    return waiting_ < together_ || giveChats(take);
+}
+
+bool ChatReader::giveChats(const Taker &take) {
+    readMessages();
+    for (Chat &chat : std::exchange(chats_, {})) {
+        fill(*chat.made, chat.messages);
+        const float progress = std::clamp(static_cast<float>(chat.made->chatID) / last_, 0.0F, 1.0F);
+        if (!chat.made->content.empty() && !take(std::move(chat.made), progress))
+            return false;
+        chat = {};
+    }
+    waiting_ = 0;
+    return true;
 }
 
 void ChatReader::read(const Taker &take) {
@@ -280,41 +271,38 @@ void ChatReader::read(const Taker &take) {
         return;
     prepare();
     const std::string columns = "SELECT ROWID, " + table.term("account_login") + ", " + table.term("service_name") + ", " + table.term("display_name") + " FROM chat";
-    const auto last = static_cast<float>(std::max<std::int64_t>(1, database_.integer("SELECT max(ROWID) FROM chat")));
-    const auto give = [&](sqlite::Statement &row) {
-        auto chat = chatOf(row);
-        return chat->content.empty() || take(chat, std::clamp(static_cast<float>(chat->chatID) / last, 0.0F, 1.0F));
-    };
+    last_ = static_cast<float>(std::max<std::int64_t>(1, database_.integer("SELECT max(ROWID) FROM chat")));
     std::int64_t reached = std::numeric_limits<std::int64_t>::min();
+    bool goesOn = true;
     try {
         sqlite::Statement rows = database_.prepare(columns + " ORDER BY ROWID");
-        for (bool goesOn = true; goesOn && rows.step(); goesOn = give(rows))
+        for (; goesOn && rows.step(); goesOn = addChat(rows, take))
             reached = rows.integer(0);
-        return;
     } catch (const sqlite::Error &error) {
         note(error, "chats");
+        goesOn = readChatsBehind(reached, columns + " WHERE ROWID = ?", take);
     }
-    readChatsBehind(reached, columns + " WHERE ROWID = ?", give);
+    if (goesOn)
+        (void)giveChats(take);
 }
 
 // The list of chats is damaged: the joins know which chats there are.
-void ChatReader::readChatsBehind(std::int64_t reached, const std::string &sql, const std::function<bool(sqlite::Statement &)> &give) {
-    if (!joins_)
-        joins_ = pairsOf("chat_message_join", "chat_id", "message_id");
+bool ChatReader::readChatsBehind(std::int64_t reached, const std::string &sql, const Taker &take) {
     sqlite::Statement row = database_.prepare(sql);
-    for (const auto &[chat, message] : *joins_) {
+    for (const auto &[chat, message] : joins_) {
         if (chat <= reached)
             continue;
         reached = chat;
         try {
             row.reset();
             row.bind(1, chat);
-            if (row.step() && !give(row))
-                return;
+            if (row.step() && !addChat(row, take))
+                return false;
         } catch (const sqlite::Error &error) {
             note(error, recordOf("chat", chat));
         }
     }
+    return true;
 }
 
 }  // namespace device::messages

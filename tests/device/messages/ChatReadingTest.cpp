@@ -194,6 +194,29 @@ TEST(ChatReading, aBackupGivesTheSameAsTheImage) {
     EXPECT_EQ(pictureOf(backup.path()), before);
 }
 
+// Read together or one at a time, chats come with the same messages in the same order.
+TEST(ChatReading, itDoesNotMatterHowManyChatsAreReadTogether) {
+    std::string sql = kTwoPeople;
+    for (int chat = 2; chat < 12; ++chat)
+        sql += "INSERT INTO chat (ROWID, guid) VALUES (" + std::to_string(chat) + ", 'd" + std::to_string(chat) + "');";
+    sql += "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) INSERT INTO message (ROWID, guid, text, date) SELECT i, 'm' || i, "
+           "'text ' || i, i * 7919 % 50 FROM n; INSERT INTO chat_message_join (chat_id, message_id) SELECT ROWID * 31 % 11 + 1, ROWID FROM message;"
+           "INSERT INTO chat_message_join (chat_id, message_id) SELECT 5, ROWID FROM message WHERE ROWID % 3 = 0 AND ROWID * 31 % 11 != 4;";
+    const TestMessages image(sql);
+    const std::string all = image.chats();
+    EXPECT_EQ(std::ranges::count(all, '\n'), 11 + 300 + 91);
+    for (const std::size_t together : {1, 30, 100}) {
+        device::sqlite::Database database = image.open()->openForReading({"HomeDomain", "Library/SMS/sms.db"});
+        device::FailureLog failures;
+        Chats chats;
+        device::messages::ChatReader(database, [](const auto &) { return NSString(); }, failures, together).read([&](auto chat, float) {
+            chats.push_back(std::move(chat));
+            return true;
+        });
+        EXPECT_EQ(described(chats), all) << together;
+    }
+}
+
 TEST(ChatReading, theTakerEndsTheReading) {
     const TestMessages image(std::filesystem::path(HN_SAMPLES_DIR "/messages/messages.1.sms.db"));
     device::messages::MessageStore store(image.open());
