@@ -4,6 +4,7 @@
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DupContactWindowController.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
+#include "HNManagerPlugin/contracts/RVCoreHelper/RVProductWebLogHelper.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIBreadcrumbWindowController.h"
 #include "toolkit/dispatch/Queue.h"
@@ -42,6 +43,7 @@ std::unordered_map<NSString, ContactGroupList> deviceGroups(const NSArray &group
 }   // namespace
 
 void HNMContactViewManager::duplicateClick(const id &) {
+    JOIN_POINT(HNMContactViewManager, "duplicateClick:");
     auto message = RUIBreadcrumbWindowController::showWindowWithMessage_onMainQueue(
         localized("ContactView_FindingDuduplicateContact"), false);
     dispatch::async(dispatch::global(), [weak = weakOf(this), message = std::move(message)]() mutable {

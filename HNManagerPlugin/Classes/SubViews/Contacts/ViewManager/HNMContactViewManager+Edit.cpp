@@ -1,6 +1,7 @@
 // New contacts and changes to one, by the editor.
 #include "HNManagerPlugin/Classes/SubViews/Contacts/NewContactWindow/NewContactDialogWindow.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
+#include "HNManagerPlugin/contracts/RVCoreHelper/RVProductWebLogHelper.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindowController.h"
 #include "toolkit/dispatch/Queue.h"
@@ -36,6 +37,7 @@ HNMContactViewManager::runEditor(const std::shared_ptr<ZpContactDataInfo> &conta
 }
 
 void HNMContactViewManager::onNewButton(const id &) {
+    JOIN_POINT(HNMContactViewManager, "onNewButton:");
     const auto [contact, groups] = runEditor(nullptr);
     if (!contact)
         return;
@@ -63,6 +65,7 @@ void HNMContactViewManager::openAddNewContactResultWindow(bool success) {
 }
 
 void HNMContactViewManager::editMenuClick(const id &) {
+    JOIN_POINT(HNMContactViewManager, "editMenuClick:");
     const auto table = tableView.lock();
     const auto model = contactViewModel.lock();
     const std::int64_t row = table ? table->selectedRow() : -1;

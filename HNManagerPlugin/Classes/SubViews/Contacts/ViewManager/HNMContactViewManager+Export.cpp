@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
+#include "HNManagerPlugin/contracts/RVCoreHelper/RVProductWebLogHelper.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVFoundation/RVMFileManager.h"
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
@@ -53,6 +54,7 @@ NSString HNMContactViewManager::chooseExportFile(const NSString &type) const {
 }
 
 void HNMContactViewManager::exportTovCardFile(const id &) {
+    JOIN_POINT(HNMContactViewManager, "exportTovCardFile:");
     const NSString path = chooseExportFile("vcf");
     if (path.isEmpty())
         return;
@@ -73,6 +75,7 @@ void HNMContactViewManager::exportTovCardFile(const id &) {
 }
 
 void HNMContactViewManager::exportToCSVFile(const id &) {
+    JOIN_POINT(HNMContactViewManager, "exportToCSVFile:");
     const NSString path = chooseExportFile("csv");
     if (path.isEmpty())
         return;

@@ -2,6 +2,7 @@
 #include "HNManagerPlugin/Classes/PublicProgressWindow/CountedFlow.h"
 #include "HNManagerPlugin/Classes/PublicProgressWindow/Dialogs.h"
 #include "HNManagerPlugin/Classes/SubViews/Message/ViewManager/HNMMessageViewManager.h"
+#include "HNManagerPlugin/contracts/RVCoreHelper/RVProductWebLogHelper.h"
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVFoundation/RVMFileManager.h"
@@ -84,7 +85,10 @@ struct HNMMessageViewManager::ExportKind {
     bool closesWithFolder;
 };
 
-void HNMMessageViewManager::exportMessage(const id &) { exportAs({"xls", "", exportTable, recodeTable, false}); }
+void HNMMessageViewManager::exportMessage(const id &) {
+    JOIN_POINT(HNMMessageViewManager, "exportMessage:");
+    exportAs({"xls", "", exportTable, recodeTable, false});
+}
 
 void HNMMessageViewManager::exportMessage2HTML(const id &) { exportAs({"", "/Messages.html", exportPage, nullptr, true}); }
 
