@@ -1,11 +1,10 @@
 // Threads to a table and to a page: what is asked before, what is written, how it ends.
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
 
+#include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "HNManagerPlugin/contracts/RVMessageWriter/PictureConverter.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
@@ -13,6 +12,7 @@
 #include "toolkit/services/SystemCommand.h"
 #include "toolkit/services/UserFolders.h"
 #include "toolkit/views/NSApplication.h"
+#include "toolkit/views/NSSavePanel.h"
 
 namespace {
 
@@ -71,7 +71,8 @@ protected:
     }
 
     fs::path target_;
-    AnswerScript answers_;
+    EventLog shown_;
+    AnswerScript answers_{&shown_};
 };
 
 // Bytes of GB18030: U+4E2D is D6 D0, U+1F600 is 94 39 FC 36.
@@ -121,6 +122,97 @@ TEST_F(MessageExport, whatGB18030CannotHoldDoesNotKeepTheTableFromIt) {
     EXPECT_NE(read("out.xls").find("\x84\x31\xA4\x37|\x84\x31\xA4\x37|\x84\x30\x81\x30"), std::string::npos) << read("out.xls");
 }
 
+TEST_F(MessageExport, theWindowTellsTheThreadsAsTheyAreWritten) {
+    world_.setTexts({{"MessageView_Exporting", "%ld of %ld"}});
+    openWith({chatOf(1, {"7"}, {{"x", 3}}), chatOf(2, {"8"}, {{.content = "/none", .second = 2, .isAttachment = true}, {"z", 2}}), chatOf(3, {"9"}, {{"v", 1}})});
+    select({0, 1, 2});
+    double percent = 0;
+    SystemCommand::setFailureListener([&](const SystemCommand::Failure &) {   // within the second thread
+        dispatch::sync(dispatch::main(), [&] {
+            percent = std::dynamic_pointer_cast<RUIProgressWindowController>(NSApp()->modalWindow()->windowController())->progressIndicator()->doubleValue();
+        });
+    });
+    for (const bool isPage : {false, true}) {
+        answers_.at("MessageView_exportSuccess(s)").press("MessageDialog_Ok");
+        isPage ? exportPage("page") : exportTable("out.xls");
+        const std::string log = shown_.take();
+        EXPECT_EQ(log.substr(log.find("asks")), "asks MessageView_ExportTitle|MessageView_ExportWaiting [FileManager_Cancel]\n"
+                                               "main: 1 of 3\nmain: 2 of 3\nmain: 3 of 3\nbutton: MessageDialog_Ok 15\n"
+                                               "main: MessageView_exportSuccess(s)\ncolour button: BackupRestore_ExportOpenFolder\n"
+                                               "presses MessageDialog_Ok");
+        EXPECT_EQ(std::exchange(percent, 0), 33.33333587646484375) << "a third in single precision";
+    }
+}
+
+TEST_F(MessageExport, thePanelBeginsInTheFolderOfTheLastExport) {
+    std::string asked;
+    NSSavePanel::setHandOver([&](const NSSavePanel &panel, const NSString &, bool) {
+        asked = panel.directoryURL.str() + " " + panel.allowedFileTypes.front().str() + " ";
+        for (const char c : panel.nameFieldStringValue.str())
+            asked += c >= '0' && c <= '9' ? '0' : c;
+        return NSString();
+    });
+    openWithBobAndAnn();
+    select({});
+    exportTable("out.xls");
+    EXPECT_EQ(asked, "/home/ann/Documents xls Messages_00000000_000000");
+    exportPage("page");
+    EXPECT_EQ(asked, target_.string() + "  Messages_00000000_000000");
+    NSSavePanel::setHandOver({});
+}
+
+TEST_F(MessageExport, whatACommandCannotTakeStaysAsItIs) {
+    std::string failed;
+    SystemCommand::setFailureListener([&](const SystemCommand::Failure &failure) { failed += failure.command.str() + "\n"; });
+    openWith({chatOf(1, {"7"}, {{.content = "/b/it's", .isSend = true, .isAttachment = true, .fileName = "n'"}})});
+    select({0});
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportTable("a b.xls");
+    const std::string at = target_.string();
+    EXPECT_EQ(std::exchange(failed, {}), "cp '/b/it's' '" + at + "/message attachment/1'\n"
+                                         "iconv -f UTF8 -t GB18030 " + at + "/a b.xls > " + at + "/pelorix_message.xls\n"
+                                         "rm " + at + "/a b.xls\nmv " + at + "/pelorix_message.xls " + at + "/a b.xls\n");
+    EXPECT_EQ(read("a b.xls"), std::string(kHead) + "1\t\t\t2024-01-01 00:00:00\t[attachment]\tsend\t(\n)\n");
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportPage("page");
+    EXPECT_EQ(failed, "cp '/b/it's' '" + at + "/page/n''\n");
+}
+
+TEST_F(MessageExport, aTableThatEndsWithAThreadWithoutRowsWaitsForEver) {
+    openWith({chatOf(1, {"7"}, {})});
+    select({0});
+    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
+    exportPage("page");
+    EXPECT_TRUE(stands("page/Messages.html"));
+    answers_.at("MessageView_ExportWaiting").press("FileManager_Cancel").closeByTitleBar();
+    world_.world().expectWaiting({"a semaphore"});
+    exportTable("out.xls");
+    EXPECT_EQ(read("out.xls"), kHead);
+    const auto times = make<HNMessageEntity>();
+    times->messageArray->addObject(make<HNDetailMessage>());
+    std::static_pointer_cast<HNDetailMessage>(times->messageArray->objectAtIndex(0))->isTimeOnly = true;
+    int calls = 0;
+    model_->exportSelectedMessages_exportMessages_callBack(path("times.xls"), {times}, [&](auto, auto, const auto &) { ++calls; });
+    advance();
+    EXPECT_EQ(calls, 0) << "a time makes no call";
+}
+
+TEST_F(MessageExport, theTypeWordTellsPicturesSoundsAndVideosInThisOrder) {
+    const struct {
+        NSString type;
+        std::int64_t kind;
+        bool hasMark;
+    } rows[] = {{"IMAGE/audio", 1, false}, {"application/pdf", 0, false}, {NSString(), 0, false}, {"video/Audio", 2, true}, {"video/x", 3, true}};
+    for (const auto &row : rows) {
+        EXPECT_EQ(HNMMessageViewModel::medioType_path(row.type, path("")), row.kind) << row.kind;
+        EXPECT_EQ(stands("Icon_quickTime.png"), row.hasMark) << row.kind;
+        fs::remove(target_ / "Icon_quickTime.png");
+    }
+    put("Icon_quickTime.png", "mine");
+    (void)HNMMessageViewModel::medioType_path("video/x", path(""));
+    EXPECT_EQ(read("Icon_quickTime.png"), "mine");
+}
+
 TEST_F(MessageExport, theTableStandsBehindWhatTheFileHolds) {
     openWithBobAndAnn();
     put("old.xls", "old");
@@ -165,11 +257,15 @@ TEST_F(MessageExport, thePageHasEachMessageWithItsTimeAndItsFiles) {
     const auto attachment = [&](const char *type, const char *name, bool isSend, bool isFailed = false) {
         return FakeMessage{.content = NSString(file), .isSend = isSend, .isFailed = isFailed, .isAttachment = true, .type = type, .fileName = name};
     };
-    openWith({chatOf(1, {"7"}, {{.content = "left\none"},
+    EventLog lines;
+    world_.logLinesTo(lines, "HNMMessageViewModel+Export");
+    const auto chat = chatOf(1, {"7"}, {{.content = "left\none"},
                                 {.content = "right", .second = 60, .isSend = true},
                                 {.content = "lost", .second = 120, .isSend = true, .isFailed = true},
                                 attachment("image/png", "p.png", false), attachment("video/mp4", "v.mp4", true),
-                                attachment("audio/amr", "s.amr", true, true), attachment("application/pdf", "d.pdf", false)})});
+                                attachment("audio/amr", "s.amr", true, true), attachment("application/pdf", "d.pdf", false)});
+    chat->serviceName = {"iMessage"};
+    openWith({chat});
     select({0});
     answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
     exportPage("page");
@@ -184,7 +280,10 @@ TEST_F(MessageExport, thePageHasEachMessageWithItsTimeAndItsFiles) {
         ASSERT_NE(found, std::string::npos) << part << " behind " << page.substr(at, 300);
         at = found;
     }
+    EXPECT_EQ(page.find("<div class=\"l", page.find("<div class=\"l m\"") + 1), std::string::npos) << "a not-delivered caption is nobody's text";
     EXPECT_EQ(page.find("d.pdf"), std::string::npos) << "copied, but no call names it";
+    EXPECT_NE(page.find("<title>" + MobileDeviceManager::defaultManager().deviceName().str() + "</title>"), std::string::npos);
+    EXPECT_NE(lines.take().find("MessageType = (\n    iMessage\n)"), std::string::npos);
     for (const char *name : {"p.png", "v.mp4", "s.amr", "d.pdf"})
         EXPECT_EQ(read((std::string("page/") + name).c_str()), "bytes") << name;
     EXPECT_TRUE(stands("page/Messagesfailed.png"));
@@ -212,13 +311,12 @@ TEST_F(MessageExport, withoutASelectionOnlyTheFolderIsRemembered) {
 }
 
 TEST_F(MessageExport, aPlaceThatCannotBeWrittenIsToldAndNotRemembered) {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "root may write everywhere";
     openWithBobAndAnn();
     select({0});
     answers_.at("HomeView_ExportPhoto_Not_Write_Disk").press("Button_Title_OK");
-    answers_.savePanel().choose({"/proc/out.xls"});
-    manager_->exportMessage(nullptr);
+    NSSavePanel::setHandOver([this](const auto &...) { return path("none/out.xls"); });
+    exportTable("out.xls");
+    NSSavePanel::setHandOver({});
     EXPECT_TRUE(RVProductConfig::valueForKey("MessageExportPathKey").isNil());
 }
 
