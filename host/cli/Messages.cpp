@@ -157,7 +157,7 @@ Status exportTo(Context &context, const Export &wanted) {
     if (isComplete)
         nameMissingAttachments(context, threads);
     for (const std::string &reason : reasons)
-        context.console().message(reason);
+        context.console().message(target.inPersonsPlaces(reason));
     if (!isWritten && !isRefused)
         context.console().message(path.string() + (isInterrupted() ? ": cancelled, not written" : ": not written"));
     if (isInterrupted() && !isWritten)

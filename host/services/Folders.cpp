@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kName = "hnmanager";
-constexpr std::string_view kProcessPrefix = "run-";
+constexpr const char *kProcessPrefix = "run-";
 
 fs::path fromEnvironment(const char *variable) {
     const char *value = std::getenv(variable);
@@ -48,22 +48,17 @@ std::string unescaped(std::string_view text) {
     return plain;
 }
 
-// The process that made "run-<pid>-xxxxxx"; 0 for any other name.
-pid_t makerOf(const std::string &name) {
+// The process that made "<prefix><process>-xxxxxx"; 0 for any other name.
+pid_t makerOf(const std::string &name, const std::string &prefix) {
     pid_t maker = 0;
-    if (name.starts_with(kProcessPrefix))
-        std::from_chars(name.data() + kProcessPrefix.size(), name.data() + name.size(), maker);
+    if (name.starts_with(prefix))
+        std::from_chars(name.data() + prefix.size(), name.data() + name.size(), maker);
     return maker;
 }
 
-void removeLeftOvers(const fs::path &parent) {
-    std::error_code error;
-    std::vector<fs::path> dead;
-    for (fs::directory_iterator entry(parent, error); !error && entry != fs::directory_iterator(); entry.increment(error))
-        if (const pid_t maker = makerOf(entry->path().filename().string()); maker > 0 && kill(maker, 0) != 0 && errno == ESRCH)
-            dead.push_back(entry->path());
-    for (const fs::path &folder : dead)
-        fs::remove_all(folder, error);
+bool isOwnFolder(const fs::path &path) {
+    struct stat info {};
+    return lstat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid();
 }
 
 }  // namespace
@@ -129,13 +124,29 @@ void makePrivate(const fs::path &folder) {
     fs::permissions(folder, fs::perms::owner_all);
 }
 
+fs::path newProcessFolder(const fs::path &parent, const std::string &prefix) {
+    std::string pattern = (parent / (prefix + std::to_string(getpid()) + "-XXXXXX")).string();
+    return mkdtemp(pattern.data()) ? fs::path(pattern) : fs::path();
+}
+
+void removeLeftOvers(const fs::path &parent, const std::string &prefix) {
+    std::error_code error;
+    std::vector<fs::path> dead;
+    for (fs::directory_iterator entry(parent, error); !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const pid_t maker = makerOf(entry->path().filename().string(), prefix);
+        if (maker > 0 && kill(maker, 0) != 0 && errno == ESRCH && isOwnFolder(entry->path()))
+            dead.push_back(entry->path());
+    }
+    for (const fs::path &folder : dead)
+        fs::remove_all(folder, error);
+}
+
 ProcessFolder::ProcessFolder(const fs::path &parent) {
     makePrivate(parent);
-    removeLeftOvers(parent);
-    std::string pattern = (parent / (std::string(kProcessPrefix) + std::to_string(getpid()) + "-XXXXXX")).string();
-    if (!mkdtemp(pattern.data()))
-        throw fs::filesystem_error("cannot be made", pattern, std::error_code(errno, std::generic_category()));
-    path_ = pattern;
+    removeLeftOvers(parent, kProcessPrefix);
+    path_ = newProcessFolder(parent, kProcessPrefix);
+    if (path_.empty())
+        throw fs::filesystem_error("cannot be made", parent, std::error_code(errno, std::generic_category()));
 }
 
 void ProcessFolder::remove() noexcept {

@@ -38,6 +38,11 @@ struct ProgramFolders {
 // Makes the folder with its parents where it is missing, and takes all rights on it from everybody but the user.
 void makePrivate(const std::filesystem::path &folder);
 
+// A new folder "<prefix><process>-xxxxxx", mode 0700; empty where it cannot be made.
+[[nodiscard]] std::filesystem::path newProcessFolder(const std::filesystem::path &parent, const std::string &prefix);
+// Removes the user's folders of that prefix whose process has ended.
+void removeLeftOvers(const std::filesystem::path &parent, const std::string &prefix);
+
 // A private folder of this process, with everything in it gone when this object ends. What a killed process left beside it
 // is removed at the start.
 class ProcessFolder {

@@ -1,9 +1,11 @@
 #include "host/services/PrivateTarget.h"
 
-#include <cstdlib>
+#include <cstdio>
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
+#include "host/services/Folders.h"
 #include "toolkit/services/SystemCommand.h"
 #include "toolkit/services/UserFolders.h"
 
@@ -13,9 +15,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path newFolder(const fs::path &parent, const char *name) {
-    std::string pattern = (parent / name).string();
-    return ::mkdtemp(pattern.data()) ? fs::path(pattern) : fs::path();
+constexpr const char *kFolderPrefix = ".hnmanager-", *kLinkPrefix = "export-";
+
+fs::path newFolder(const fs::path &parent, const char *prefix) {
+    removeLeftOvers(parent, prefix);
+    return newProcessFolder(parent, prefix);
 }
 
 // A path to `folder` that stands for itself in every command; a folder of its own holds the link.
@@ -24,7 +28,7 @@ fs::path plainLinkTo(const fs::path &folder) {
     for (const fs::path &parent : {fs::path(NSTemporaryDirectory().str()), fs::temp_directory_path(error), fs::path("/tmp")}) {
         if (!SystemCommand::isPlain(NSString(parent.string())))
             continue;
-        const fs::path home = newFolder(parent, "export-XXXXXX");
+        const fs::path home = newFolder(parent, kLinkPrefix);
         if (home.empty())
             continue;
         fs::create_directory_symlink(folder, home / "to", error);
@@ -35,7 +39,8 @@ fs::path plainLinkTo(const fs::path &folder) {
     return {};
 }
 
-// Renames over what stands there. A folder cannot be renamed over: it is set aside meanwhile.
+// Renames over what stands there. A folder cannot be renamed over: the two change places, or, where the disk has no such
+// step, the old one is set aside meanwhile.
 std::error_code renameOver(const fs::path &from, const fs::path &to) {
     std::error_code error;
     const bool isInTheWay = fs::exists(fs::symlink_status(to, error)) &&
@@ -43,6 +48,11 @@ std::error_code renameOver(const fs::path &from, const fs::path &to) {
     if (!isInTheWay) {
         fs::rename(from, to, error);
         return error;
+    }
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) == 0) {
+        std::error_code ignored;
+        fs::remove_all(from, ignored);
+        return {};
     }
     const fs::path aside = to.parent_path() / (".hnmanager-replaced-" + std::to_string(::getpid()));
     fs::rename(to, aside, error);
@@ -69,7 +79,7 @@ std::error_code merge(const fs::path &from, const fs::path &to) {
 }  // namespace
 
 PrivateTarget::PrivateTarget(fs::path target, std::string name) : target_(std::move(target)), name_(std::move(name)), path_(target_) {
-    folder_ = newFolder(target_.parent_path(), ".hnmanager-XXXXXX");
+    folder_ = newFolder(target_.parent_path(), kFolderPrefix);
     if (folder_.empty())
         return;
     link_ = plainLinkTo(folder_);
@@ -94,6 +104,14 @@ PrivateTarget::~PrivateTarget() {
 void PrivateTarget::keepRememberedFolder(const NSString &key) const {
     if (isPrivate() && RVProductConfig::valueForKey(key) == NSString(link_.string()))
         RVProductConfig::setValue_forKey(NSString(target_.parent_path().string()), key);
+}
+
+std::string PrivateTarget::inPersonsPlaces(std::string text) const {
+    if (isPrivate())
+        for (const auto &[ours, persons] : {std::pair(path_, target_), std::pair(link_, target_.parent_path())})
+            for (std::size_t at = text.find(ours.native()); at != std::string::npos; at = text.find(ours.native(), at + persons.native().size()))
+                text.replace(at, ours.native().size(), persons.native());
+    return text;
 }
 
 std::string PrivateTarget::moveIntoPlace(bool replaces) {

@@ -10,7 +10,7 @@
 //          that stand there already are filled up, files in them replaced.
 // Errors   where no private folder can be made, path() is the target itself and nothing is moved. A move that fails leaves
 //          an older target as it was.
-// Life     what was not moved is removed at the end; a killed process leaves ".hnmanager-..." beside the target.
+// Life     what was not moved is removed at the end; what a killed process left, by the next target in the same folder.
 // Threads  one at a time.
 #pragma once
 
@@ -34,6 +34,8 @@ public:
     [[nodiscard]] bool isPrivate() const { return !folder_.empty(); }
     // Where a setting names the private folder it is to name the person's.
     void keepRememberedFolder(const NSString &key) const;
+    // A text that names places of the private folder, with the person's in their stead.
+    [[nodiscard]] std::string inPersonsPlaces(std::string text) const;
     // Empty where all went well; else why not, in English. Without `replaces` a target that stands there is an error.
     [[nodiscard]] std::string moveIntoPlace(bool replaces);
 

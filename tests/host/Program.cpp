@@ -18,7 +18,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char *kBook = "HomeDomain/Library/AddressBook/AddressBook.sqlitedb";
-constexpr const char *kBookPath = "Library/AddressBook/AddressBook.sqlitedb";
 
 // ABMultiValue's property 3 is a phone number, 4 an e-mail address.
 constexpr const char *kRows =
@@ -46,29 +45,67 @@ std::vector<std::string> environmentOf(const fs::path &home) {
     return variables;
 }
 
+int statusOf(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
 }  // namespace
+
+pid_t Program::start(const std::vector<std::string> &words, const Streams &streams) const {
+    std::vector<std::string> command = words, variables = environmentOf(home());
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);   // no terminal of the tester's
+    posix_spawn_file_actions_addchdir_np(&actions, home().c_str());
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, streams.in.c_str(), O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, streams.out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, streams.err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    pid_t child = 0;
+    const int error = posix_spawnp(&child, words.front().c_str(), &actions, &attributes, pointersTo(command).data(), pointersTo(variables).data());
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0)
+        throw std::runtime_error("cannot start " + words.front());
+    return child;
+}
 
 Outcome Program::run(const std::vector<std::string> &arguments, const std::vector<std::string> &prefix) const {
     const TempFolder outputs;
     const std::string out = (outputs.path() / "out").string(), err = (outputs.path() / "err").string();
-    std::vector<std::string> words = prefix, variables = environmentOf(home());
+    std::vector<std::string> words = prefix;
     words.push_back(HN_BINARY_DIR "/hnmanager");
     words.insert(words.end(), arguments.begin(), arguments.end());
+    const int status = statusOf(start(words, {"/dev/null", out, err}));
+    return {status, readFile(out), readFile(err)};
+}
 
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addchdir_np(&actions, home().c_str());
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    pid_t child = 0;
-    const int error = posix_spawnp(&child, words.front().c_str(), &actions, nullptr, pointersTo(words).data(), pointersTo(variables).data());
-    posix_spawn_file_actions_destroy(&actions);
-    if (error != 0)
-        throw std::runtime_error("cannot start " + words.front());
-    int status = 0;
-    waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), readFile(out), readFile(err)};
+Outcome Program::runOnTerminal(const std::vector<std::string> &arguments, std::string_view question, const std::string &line) const {
+    const TempFolder outputs;
+    const std::string out = (outputs.path() / "out").string();
+    const int person = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (person < 0 || grantpt(person) != 0 || unlockpt(person) != 0)
+        throw std::runtime_error("no terminal");
+    const std::string terminal = ptsname(person);
+    std::vector<std::string> words = {HN_BINARY_DIR "/hnmanager"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const pid_t child = start(words, {terminal, out, terminal});
+    std::string shown;
+    bool isTyped = false;
+    for (char c = 0; read(person, &c, 1) == 1;) {   // an error once the program has ended
+        shown += c;
+        if (!isTyped && shown.ends_with(question)) {
+            isTyped = true;
+            EXPECT_EQ(::write(person, (line + "\n").data(), line.size() + 1), static_cast<ssize_t>(line.size() + 1));
+        }
+    }
+    const int status = statusOf(child);
+    close(person);
+    EXPECT_TRUE(isTyped) << shown;
+    return {status, readFile(out), shown};
 }
 
 Outcome Program::refused(const std::vector<std::string> &arguments, int status, std::string_view told, const std::vector<std::string> &prefix) const {
@@ -92,13 +129,22 @@ std::string Program::smallImage(const std::string &name) const {
     return folder.string();
 }
 
-std::string Program::smallBackup(const std::string &name) const {
-    const fs::path folder = home() / name, image = smallImage(name + "-image");
-    const std::string id = device::BackupFolder::fileID({"HomeDomain", kBookPath});
-    writeFile(folder / id.substr(0, 2) / id, readFile(image / kBook));
+std::string Program::backupOf(const fs::path &image, const std::string &name) const {
+    const fs::path folder = home() / name;
+    fs::create_directory(folder);
     device::sqlite::Database manifest(folder / "Manifest.db", device::sqlite::Access::create);
-    manifest.exec("CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB);"
-                  "INSERT INTO Files VALUES ('" + id + "', 'HomeDomain', '" + kBookPath + "', 1, NULL)");
+    manifest.exec("CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB)");
+    device::sqlite::Statement add = manifest.prepare("INSERT INTO Files VALUES (?, ?, ?, 1, NULL)");
+    for (const auto &entry : fs::recursive_directory_iterator(image)) {
+        const fs::path place = entry.path().lexically_relative(image);
+        if (!entry.is_regular_file() || !place.has_parent_path())
+            continue;
+        const std::string domain = place.begin()->string(), path = place.lexically_relative(domain).string();
+        const std::string id = device::BackupFolder::fileID({domain, path});
+        writeFile(folder / id.substr(0, 2) / id, readFile(entry.path()));
+        add.reset();
+        add.bind(1, id).bind(2, domain).bind(3, path).run();
+    }
     device::PropertyList description, info;
     description.setFlag("IsEncrypted", false);
     info.setText("Device Name", "Backed Up");
