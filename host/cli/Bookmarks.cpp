@@ -63,8 +63,8 @@ Status change(Context &context, const std::string &key, Kind kind, const char *s
 // ---------------------------------------------------------------- several items
 
 // Where the device was not asked, a question was answered with no.
-Status endOfMany(Context &context, const char *failedVerb) {
-    const Status status = endCounted(context, "", failedVerb);
+Status endOfMany(Context &context, const char *doneVerb) {
+    const Status status = endCounted(context, "", doneVerb);
     return status == kDone && context.counts().asked == 0 ? endedByAnswers(context).value_or(kFailed) : status;
 }
 
@@ -91,9 +91,9 @@ Status remove(Context &context, const std::vector<std::string> &keys) {
 // ---------------------------------------------------------------- export
 
 Status exportTo(Context &context, const std::string &file) {
+    if (!NSString(file).pathExtension().isEqualIgnoringCase("html"))
+        throw CommandError(kFailed, file + ": is not .html");
     const std::filesystem::path path = exportTarget(context, file);
-    if (!NSString(path.string()).pathExtension().isEqualIgnoringCase("html"))
-        throw CommandError(kFailed, path.string() + ": is not .html");
     BookmarkCategory category(context);
     refuseCloud(category);
     context.presenter().saveTo(NSString(path.string()), context.options().replace);

@@ -147,24 +147,6 @@ Status read(Context &context, const std::string &path) {
     return kDone;
 }
 
-// The result of a flow that counts: as document or as text, failures and what was left undone on standard error.
-Status tellCounts(Context &context, const char *failedVerb) {
-    const OperationCounts counts = context.counts();
-    const NSString text = context.presenter().text();
-    if (context.options().json)
-        context.console().document({{"succeeded", counts.succeeded}, {"failed", counts.failed}, {"text", toJson(text)}});
-    else if (!text.isEmpty())
-        context.console().line(linesForPeople(text));
-    if (counts.failed > 0)
-        context.console().message(std::to_string(counts.failed) + " of " + std::to_string(counts.asked) + " contacts could not be " +
-                                  failedVerb + (counts.reason ? ": " + counts.reason->text : ""));
-    if (isInterrupted() && counts.undone() > 0)
-        return kCancelled;
-    if (counts.reason && counts.succeeded == 0 && counts.failed > 0)
-        return statusOf(counts.reason->kind);
-    return counts.failed > 0 || counts.undone() > 0 ? kFailed : kDone;
-}
-
 Status importHandedOver(Context &context, ContactCategory &category, const ImportFile &file, const std::filesystem::path &path) {
     const NSString handed(path.string());
     const ContactList before = category.rows();
@@ -180,7 +162,7 @@ Status importHandedOver(Context &context, ContactCategory &category, const Impor
     if (!isExplained && !tellsWhyNothing(context, file, category.triple().viewModel, handed))
         context.console().message(file.path().string() + ": holds nothing to import");
     const bool hasAsked = context.counts().asked > 0;
-    const Status status = tellCounts(context, "imported");
+    const Status status = endCounted(context, "contacts", "imported");
     tellRepeats(context, category, before);   // runs on, so the counts are another's from here
     return hasAsked ? status : isInterrupted() ? kCancelled : kFailed;
 }
@@ -188,7 +170,7 @@ Status importHandedOver(Context &context, ContactCategory &category, const Impor
 // A rewritten file without a contact is not handed over: there is no such card file.
 Status tellNothing(Context &context, const ImportFile &file) {
     context.console().message(file.path().string() + ": holds nothing to import");
-    return tellCounts(context, "imported") == kDone ? kFailed : kCancelled;
+    return endCounted(context, "contacts", "imported") == kDone ? kFailed : kCancelled;
 }
 
 Status importFile(Context &context, const std::string &path, bool asIs) {
@@ -228,13 +210,11 @@ void removeEmptyFile(const std::filesystem::path &path) {
 
 Status exportTo(Context &context, const std::string &file, const Selection &selection) {
     namespace fs = std::filesystem;
-    const fs::path path = fs::absolute(file).lexically_normal();
-    const NSString extension = NSString(path.string()).pathExtension();
+    const NSString extension = NSString(file).pathExtension();
     const auto *kind = std::ranges::find_if(kExports, [&](const FileKind &k) { return extension.isEqualIgnoringCase(k.extension); });
     if (kind == std::end(kExports))
-        throw CommandError(kFailed, path.string() + ": is neither .vcf nor .csv");
-    if (fs::exists(fs::symlink_status(path)) && (fs::is_directory(path) || !context.options().replace))
-        throw CommandError(kFailed, path.string() + ": exists already" + (fs::is_directory(path) ? "" : "; --replace replaces it"));
+        throw CommandError(kFailed, file + ": is neither .vcf nor .csv");
+    const fs::path path = exportTarget(context, file);
     ContactCategory category(context);
     if (category.tellsOfCloud(context.console()))
         return kFailed;
@@ -267,7 +247,7 @@ Status deleteContacts(Context &context, const Selection &selection) {
     selection.apply(category);
     if (!category.rows().empty())
         context.run([&] { category.triple().viewManager->perform("onDeleteButton:", {Value()}); });
-    const Status status = tellCounts(context, "deleted");
+    const Status status = endCounted(context, "contacts", "deleted");
     return context.counts().asked == 0 ? endedByAnswers(context).value_or(status) : status;
 }
 
@@ -330,15 +310,11 @@ Status merge(Context &context) {
     else
         for (const Json &key : merged)
             context.console().line(forPeople(NSString(key.get<std::string>())));
-    const OperationCounts counts = context.counts();
-    if (counts.failed > 0)
-        context.console().message(std::to_string(counts.failed) + " of " + std::to_string(counts.asked) + " groups could not be merged" +
-                                  (counts.reason ? ": " + counts.reason->text : ""));
-    if (const auto ended = endedByAnswers(context))
-        return *ended;
-    if (counts.reason && counts.failed > 0 && counts.succeeded == 0)
-        return statusOf(counts.reason->kind);
-    return counts.failed > 0 ? kFailed : kDone;
+    OperationCounts counts = context.counts();
+    if (isInterrupted())   // each group is asked for on its own, so the rest shows nowhere else
+        counts.asked = static_cast<std::int64_t>(groups.size());
+    tellCounts(context.console(), counts, "groups", "merged");
+    return counts.asked > 0 ? statusOf(counts) : endedByAnswers(context).value_or(statusOf(counts));
 }
 
 // ---------------------------------------------------------------- add, edit

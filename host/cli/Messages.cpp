@@ -4,6 +4,7 @@
 
 #include "host/cli/Commands.h"
 #include "host/cli/MessageCategory.h"
+#include "host/cli/Result.h"
 #include "host/services/PrivateTarget.h"
 #include "toolkit/services/SystemCommand.h"
 
@@ -106,16 +107,6 @@ void nameMissingAttachments(Context &context, const NSArray &threads) {
         }
 }
 
-fs::path targetOf(const Context &context, const Export &wanted) {
-    fs::path path = fs::absolute(wanted.target).lexically_normal();
-    if (!path.has_filename())
-        path = path.parent_path();
-    const bool stands = fs::exists(fs::symlink_status(path)), isFolder = fs::is_directory(path);
-    if (stands && (!context.options().replace || (isFolder && !wanted.page)))
-        throw CommandError(kFailed, path.string() + ": exists already" + (isFolder && !wanted.page ? "" : "; --replace replaces it"));
-    return path;
-}
-
 // The page or the table stands whole where the flow was told to write it.
 bool isWhole(const PrivateTarget &target, const Export &wanted) {
     std::error_code error;
@@ -124,7 +115,7 @@ bool isWhole(const PrivateTarget &target, const Export &wanted) {
 }
 
 Status exportTo(Context &context, const Export &wanted) {
-    const fs::path path = targetOf(context, wanted);
+    const fs::path path = exportTarget(context, wanted.target, wanted.page ? Target::folder : Target::file);
     MessageCategory category(context);
     wanted.all ? category.selectAll() : category.select(wanted.chatIDs);
     const NSArray threads = category.selected();
@@ -148,12 +139,8 @@ Status exportTo(Context &context, const Export &wanted) {
             reasons.push_back(reason);
             isWritten = false;
         }
-    const NSString text = context.presenter().text();
     const auto count = static_cast<std::int64_t>(isWritten ? threads.count() : 0);
-    if (context.options().json)
-        context.console().document({{"count", count}, {"text", toJson(text)}});
-    else if (!text.isEmpty())
-        context.console().line(linesForPeople(text));
+    printResult(context, {{"count", count}, {"text", toJson(context.presenter().text())}});
     if (isComplete)
         nameMissingAttachments(context, threads);
     for (const std::string &reason : reasons)

@@ -10,17 +10,37 @@ void printResult(Context &context, const Json &document) {
         context.console().line(linesForPeople(text));
 }
 
-Status endCounted(Context &context, const char *things, const char *failedVerb) {
-    const OperationCounts counts = context.counts();
-    printResult(context, {{"succeeded", counts.succeeded}, {"failed", counts.failed}, {"text", toJson(context.presenter().text())}});
-    if (counts.failed > 0 || counts.reason)
-        context.console().message(std::to_string(counts.failed) + " of " + std::to_string(counts.asked) + " " + things +
-                                  (*things ? " " : "") + "could not be " + failedVerb + (counts.reason ? ": " + counts.reason->text : ""));
+namespace {
+
+std::string ofAsked(std::int64_t part, const OperationCounts &counts, const std::string &things) {
+    return std::to_string(part) + " of " + std::to_string(counts.asked) + (things.empty() ? "" : " " + things);
+}
+
+}  // namespace
+
+void tellCounts(Console &console, const OperationCounts &counts, const std::string &things, const std::string &doneVerb) {
+    const std::string reason = counts.reason ? counts.reason->text : "";
+    if (counts.failed > 0)
+        console.message(ofAsked(counts.failed, counts, things) + " could not be " + doneVerb + (reason.empty() ? "" : ": " + reason));
+    else if (!reason.empty())
+        console.message(reason);
+    if (counts.undone() > 0)
+        console.message((isInterrupted() ? "cancelled, " : "ended early, ") + ofAsked(counts.succeeded, counts, things) + " " + doneVerb);
+}
+
+Status statusOf(const OperationCounts &counts) {
     if (isInterrupted() && counts.undone() > 0)
         return kCancelled;
     if (counts.reason && counts.succeeded == 0)
         return statusOf(counts.reason->kind);
     return counts.failed > 0 || counts.undone() > 0 ? kFailed : kDone;
+}
+
+Status endCounted(Context &context, const char *things, const char *doneVerb) {
+    const OperationCounts counts = context.counts();
+    printResult(context, {{"succeeded", counts.succeeded}, {"failed", counts.failed}, {"text", toJson(context.presenter().text())}});
+    tellCounts(context.console(), counts, things, doneVerb);
+    return statusOf(counts);
 }
 
 Status endSaved(Context &context, const char *nothingGiven) {
@@ -43,12 +63,14 @@ std::optional<Status> endedByAnswers(Context &context) {
     return context.presenter().refused() ? std::optional(kFailed) : std::nullopt;
 }
 
-std::filesystem::path exportTarget(Context &context, const std::string &file) {
+std::filesystem::path exportTarget(Context &context, const std::string &target, Target kind) {
     namespace fs = std::filesystem;
-    fs::path path = fs::absolute(file).lexically_normal();
-    const bool isFolder = fs::is_directory(path);
-    if (fs::exists(fs::symlink_status(path)) && (isFolder || !context.options().replace))
-        throw CommandError(kFailed, path.string() + ": exists already" + (isFolder ? "" : "; --replace replaces it"));
+    fs::path path = fs::absolute(target).lexically_normal();
+    if (!path.has_filename())
+        path = path.parent_path();   // "folder/"
+    const bool mayBeReplaced = kind == Target::folder || !fs::is_directory(path);
+    if (fs::exists(fs::symlink_status(path)) && !(mayBeReplaced && context.options().replace))
+        throw CommandError(kFailed, path.string() + ": exists already" + (mayBeReplaced ? "; --replace replaces it" : ""));
     return path;
 }
 
