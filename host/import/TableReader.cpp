@@ -118,7 +118,7 @@ void TableReader::takeHeadings() {
     columns_ = columnsOf(headings);
     headingLine_ += cells.line();
     if (std::ranges::none_of(columns_, [](const Column &c) { return c.kind != Kind::unknown && c.kind != Kind::bookkeeping; }))
-        throw FatalParseFailure(file_, headingLine_, NSString("no column has a heading that is known; the first is " + leftBehind("", headings.front())));
+        throw FatalParseFailure(file_, headingLine_, NSString("no column has a heading that is known; " + leftBehind("the first is", headings.front())));
     std::map<std::string, std::size_t> groups;
     for (const Column &column : columns_)
         groupOf_.push_back(column.group.empty() ? 0 : groups.try_emplace(column.group, groups.size()).first->second);
