@@ -7,7 +7,9 @@
 //          and a blank in a group, whose reader takes them out. A group's type is never quoted, since the reader would
 //          keep the quotes: commas, quotes and backslashes in it stand in full-width form. Of an instant message the part
 //          that it lacks is backslash-n, since the reader drops what has an empty one.
-// Lines    CRLF; one contact a line, the last one ended too.
+// Lines    CRLF; one contact a line, the last one ended too. The reader cuts a line after each 102,399 bytes and refuses it where
+//          that falls inside a character: such a contact is written all the same, and a program that looks at the file before
+//          the reader does can still take it.
 // Left out pictures, completeName, country codes, list items without a value. Threads: any.
 #pragma once
 

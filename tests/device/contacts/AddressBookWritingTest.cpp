@@ -595,13 +595,4 @@ TEST(AddressBookStore, asksTheDeviceEachTimeWhetherTheCloudHasTheData) {
     EXPECT_NE(store->isDeviceiCloudOpen(4), 0);
 }
 
-TEST(AddressBookStore, aFileThatCannotBeWrittenIsNoSuccess) {
-    const TestImage image;
-    std::string log;
-    image.store()->exportContactsToCSVFileFromArray_toPath_callBack({}, "/nowhere/x.csv", [&](std::int32_t result, std::int64_t count) {
-        log += std::to_string(result) + ":" + std::to_string(count) + " ";
-    });
-    EXPECT_EQ(log, "-1:0 ");
-}
-
 }  // namespace
