@@ -66,7 +66,7 @@ std::optional<Status> endedByAnswers(Context &context) {
 std::filesystem::path exportTarget(Context &context, const std::string &target, Target kind) {
     namespace fs = std::filesystem;
     fs::path path = fs::absolute(target).lexically_normal();
-    if (!path.has_filename())
+    if (kind == Target::folder && !path.has_filename())
         path = path.parent_path();   // "folder/"
     const bool mayBeReplaced = kind == Target::folder || !fs::is_directory(path);
     if (fs::exists(fs::symlink_status(path)) && !(mayBeReplaced && context.options().replace))
