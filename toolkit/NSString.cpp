@@ -252,7 +252,11 @@ char32_t NSString::characterAtIndex(std::size_t index) const {
     return unicode::next(view(), at);
 }
 
-bool NSString::operator==(const NSString &other) const noexcept { return isNil() == other.isNil() && view() == other.view(); }
+bool NSString::operator==(const NSString &other) const noexcept {
+    if (std::memcmp(inline_, other.inline_, sizeof inline_) == 0)
+        return true;   // copies of one text: its block need not be looked at
+    return isNil() == other.isNil() && view() == other.view();
+}
 
 std::strong_ordering NSString::operator<=>(const NSString &other) const noexcept {
     if (isNil() || other.isNil())
