@@ -93,13 +93,19 @@ bool HNMbaseViewModel::searchRows(const NSString &text, const RowTest &matches) 
             return true;
         showRows(globalArray->snapshot());
     } else {
-        NSArray::Items found;
-        for (const id &row : globalArray->snapshot())
+        const NSArray all = globalArray->snapshot();
+        std::vector<const id *> found;
+        for (const id &row : all)
             if (matches(row))
-                found.push_back(row);
+                found.push_back(&row);
         if (found.empty())
             return false;
-        showRows(NSArray(std::move(found)));
+        NSArray::Items rows;
+        rows.reserve(found.size());
+        if (found.size() < all.count())
+            for (const id *row : found)
+                rows.push_back(*row);
+        showRows(rows.empty() ? all : NSArray(std::move(rows)));
     }
     restoreSelection();
     return true;
@@ -110,7 +116,7 @@ void HNMbaseViewModel::showRows(const NSArray &rows) {
     contents->removeAllObjects();
     if (controller)
         controller->rearrangeObjects();
-    contents->addObjectsFromArray(rows);
+    contents->setArray(rows);
     if (controller)
         controller->rearrangeObjects();
 }

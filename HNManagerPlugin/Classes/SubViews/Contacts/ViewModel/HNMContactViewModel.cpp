@@ -176,10 +176,43 @@ NSString HNMContactViewModel::identifierOfRow(const id &row) const {
     return contact ? contact->pKey() : NSString();
 }
 
+void HNMContactViewModel::searchSelectedChanged() {
+    constexpr std::size_t kFew = 1000;   // as many are stored within a frame
+    const auto controller = arrayController.lock();
+    if (!controller)
+        return;
+    const NSArray rows = controller->arrangedObjects();
+    const NSIndexSet &selection = controller->selectionIndexes();
+    if (!noted_.selections.empty() && rows != noted_.rows)
+        storeNotedSelections();
+    std::erase_if(noted_.selections, [&](const NSIndexSet &earlier) { return selection.containsIndexes(earlier); });
+    if (noted_.selections.empty() && selection.count() <= kFew)
+        return rememberSelection();
+    noted_.rows = rows;
+    noted_.selections.push_back(selection);
+}
+
+// The latest first: its positions stand.
+void HNMContactViewModel::storeNotedSelections() {
+    const auto noted = std::exchange(noted_, {});
+    NSMutableIndexSet stored;
+    for (auto selection = noted.selections.rbegin(); selection != noted.selections.rend(); ++selection) {
+        std::int64_t position = 0;
+        for (const std::size_t row : selection->indexes()) {
+            if (!stored.containsIndex(row))
+                selectInfoDic->setObject_forKey(Value(position), identifierOfRow(noted.rows.objectAtIndex(row)));
+            ++position;
+        }
+        stored.addIndexes(*selection);
+    }
+}
+
 bool HNMContactViewModel::searchFileByString(const NSString &text) {
+    storeNotedSelections();
     search_.setText(text);
-    return searchRows(text, [this](const id &row) {
-        const auto *contact = dynamic_cast<const ZpContactDataInfo *>(row.get());
+    return searchRows(text, [this, rows = globalArray->snapshot(), at = std::size_t(0)](const id &row) mutable {
+        search_.fetchAhead(rows, at++);
+        const auto *contact = ContactSearch::contactOf(row);
         return contact && search_.matches(*contact);
     });
 }

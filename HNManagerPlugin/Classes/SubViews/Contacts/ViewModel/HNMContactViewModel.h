@@ -25,7 +25,9 @@ public:
     void init() override;
     void reloadData() override;
     bool searchFileByString(const NSString &text) override;
-    void searchSelectedChanged() override { rememberSelection(); }
+    // A large selection reaches selectInfoDic with the next search: nobody asks before, and who selects all rows shall not
+    // wait for it.
+    void searchSelectedChanged() override;
 
     // Not 0 while the contacts are kept in the cloud. Asks the device; blocks.
     [[nodiscard]] std::int64_t checkContactiCloudState();
@@ -80,5 +82,11 @@ private:
     [[nodiscard]] CContactManagerImpl *contacts();
     [[nodiscard]] static std::shared_ptr<NSImage> defaultPicture();
 
+    void storeNotedSelections();
+
     ContactSearch search_;
+    struct NotedSelections {
+        NSArray rows;
+        std::vector<NSIndexSet> selections;
+    } noted_;
 };
