@@ -199,6 +199,7 @@ void BatchRun::showEndState() {
     window_->loadingIndicator()->removeFromSuperview();
     window_->subLabel()->setHidden(true);
     window_->borderButton()->setTag(kDoneTag);
+    window_->borderButton()->setKeyEquivalent("\r");
     window_->borderButton()->setTitle(localized("MessageDialog_Ok"));
     window_->borderButton()->setEnabled(true);
     window_->borderButton()->setHidden(false);

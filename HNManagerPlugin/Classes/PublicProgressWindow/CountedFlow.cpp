@@ -77,6 +77,7 @@ void CountedRun::finish() {
     window_->subLabel()->setHidden(true);
     window_->borderButton()->setEnabled(true);
     window_->borderButton()->setTag(kDoneTag);
+    window_->borderButton()->setKeyEquivalent("\r");
     window_->borderButton()->setTitle(localized("MessageDialog_Ok"));
     if (plan_.resultText)
         window_->mainLabel()->setStringValue(plan_.resultText(succeeded, failed));

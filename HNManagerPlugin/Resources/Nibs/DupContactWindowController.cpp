@@ -4,6 +4,7 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellView.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIButton.h"
+#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"
 #include "toolkit/views/NSScrollView.h"
 
@@ -88,7 +89,9 @@ void build(Nib &nib) {
         content->addSubview(made);
         return made;
     };
-    owner->cancelButton = button(kWidth - kMargin - 230, "Cancel", "\x1b", "onCancelButton:");
+    const auto cancel = button(kWidth - kMargin - 230, "Cancel", "\x1b", "onCancelButton:");
+    cancel->setBorderColor(UIThemeColor());
+    owner->cancelButton = cancel;
     const auto merge = button(kWidth - kMargin - 110, "Merge", "\r", "onMergeButton:");
     owner->mergeButton = merge;
 

@@ -2,6 +2,7 @@
 
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIButton.h"
+#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUICheckBox.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"
 #include "toolkit/views/NSApplication.h"
@@ -191,7 +192,9 @@ void build(Nib &nib) {
         root->addSubview(made);
         return made;
     };
-    owner->cancelButton = button(kWidth - kMargin - 220, "Cancel", "\x1b", "cancelEditContact:");
+    const auto cancel = button(kWidth - kMargin - 220, "Cancel", "\x1b", "cancelEditContact:");
+    cancel->setBorderColor(UIThemeColor());
+    owner->cancelButton = cancel;
     const auto save = button(kWidth - kMargin - 104, "Save", "\r", "saveContact:");
     owner->saveButton = save;
     owner->saveEnabled.observe([link = std::weak_ptr(save)](const bool &enabled) {
