@@ -16,6 +16,7 @@
 #include "host/services/HeicPicture.h"
 #include "host/window/Accessibility.h"
 #include "host/window/Categories.h"
+#include "host/window/DesktopTheme.h"
 #include "host/window/Notices.h"
 #include "host/window/PictureCache.h"
 #include "host/window/QtLoopHost.h"
@@ -141,6 +142,8 @@ public:
             onMain([what = std::string(what), failure] { tellFailure(what.c_str(), failure); });
         });
         Theme::use(options.theme.value_or(Theme::ofSystem()));
+        if (!options.theme)
+            desktop_ = std::make_unique<DesktopTheme>(Theme::use);
         setSystemFontFamily(QFontDatabase::systemFont(QFontDatabase::GeneralFont).family());
         TextMeasurer::install(std::make_shared<QtTextMeasurer>());
         const QRect screen = QApplication::primaryScreen()->geometry();
@@ -205,6 +208,7 @@ private:
     std::shared_ptr<QtPresenter> presenter_;
     std::unique_ptr<Services> services_;
     std::shared_ptr<Shell> shell_;
+    std::unique_ptr<DesktopTheme> desktop_;
 };
 
 }  // namespace

@@ -51,7 +51,16 @@ void Theme::use(ThemeKind kind) {
 }
 
 ThemeKind Theme::ofSystem() {
-    const QPalette palette = QApplication::palette();
+    const bool isOwn = QCoreApplication::testAttribute(Qt::AA_SetPalette);
+    if (isOwn)
+        QApplication::setPalette(QPalette());
+    const ThemeKind kind = kindOf(QApplication::palette());
+    if (isOwn)
+        QApplication::setPalette(currentTheme.palette());
+    return kind;
+}
+
+ThemeKind Theme::kindOf(const QPalette &palette) {
     return palette.color(QPalette::Window).lightnessF() < 0.5f ? ThemeKind::dark : ThemeKind::light;
 }
 

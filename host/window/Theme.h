@@ -25,8 +25,9 @@ public:
     [[nodiscard]] static const Theme &current();
     // Also sets the application's palette; windows paint themselves anew by it.
     static void use(ThemeKind kind);
-    // What the desktop asks for.
+    // What the platform's palette asks for, whatever the program's own is.
     [[nodiscard]] static ThemeKind ofSystem();
+    [[nodiscard]] static ThemeKind kindOf(const QPalette &palette);
 
     [[nodiscard]] ThemeKind kind() const { return kind_; }
     // Areas, edges, polygons.

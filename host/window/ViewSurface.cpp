@@ -102,6 +102,12 @@ void ViewSurface::notePropertyChanged(NSView &view, std::string_view key) {
     noteLayoutChanged();
 }
 
+void ViewSurface::noteThemeChanged() {
+    if (std::exchange(partsTheme_, Theme::current().kind()) != Theme::current().kind())
+        parts_.clear();
+    noteLayoutChanged();
+}
+
 struct ViewSurface::Walk {
     std::set<const NSView *> met;
     std::vector<std::weak_ptr<NSView>> turning;
@@ -222,7 +228,12 @@ void ViewSurface::send(const std::shared_ptr<NSEvent> &event) {
         window->sendEvent(event);
 }
 
-void ViewSurface::sendKey(const QKeyEvent &event) { send(keyEventOf(event)); }
+void ViewSurface::sendKey(const QKeyEvent &event) {
+    const auto combo = window() ? std::dynamic_pointer_cast<NSComboBox>(window()->firstResponder()) : nullptr;
+    if (combo && combo->isEnabled() && event.type() == QEvent::KeyPress && event.key() == Qt::Key_Down)
+        return popUpComboList(*this, combo, rectOf(*combo));
+    send(keyEventOf(event));
+}
 
 namespace {
 
@@ -368,10 +379,14 @@ void ViewSurface::dragMoveEvent(QDragMoveEvent *event) {
     event->setAccepted(!files.isEmpty() && takesFiles && takesFiles(viewAt(event->position()), files));
 }
 
+// The other program waits for the end of this call, which therefore does not run the flow of the drop.
 void ViewSurface::dropEvent(QDropEvent *event) {
     const QStringList files = filesOf(event->mimeData());
-    if (!files.isEmpty() && filesDropped && filesDropped(viewAt(event->position()), files))
-        event->acceptProposedAction();
+    const auto view = viewAt(event->position());
+    if (files.isEmpty() || !filesDropped || !takesFiles || !takesFiles(view, files))
+        return;
+    event->acceptProposedAction();
+    QMetaObject::invokeMethod(this, [this, view, files] { dispatch::guarded("a drop", [&] { filesDropped(view, files); }); }, Qt::QueuedConnection);
 }
 
 }  // namespace host

@@ -16,6 +16,7 @@
 #include <memory>
 
 #include "host/window/NativePart.h"
+#include "host/window/Theme.h"
 #include "toolkit/views/NSEvent.h"
 
 class NSTextField;
@@ -44,6 +45,8 @@ public:
     // Frames, membership, visibility, focus.
     void noteLayoutChanged();
     void notePropertyChanged(NSView &view, std::string_view key);
+    // Native parts are made anew: they got their colours when they were made.
+    void noteThemeChanged();
     // Gives the keyboard to whatever the window's first responder asks for.
     void syncFocus();
     // At once, instead of in the next turn.
@@ -54,7 +57,7 @@ public:
     std::function<void(NSTextField &field)> typed;
     // The Esc key in a field; true where it was more than the field's own command.
     std::function<bool(NSTextField &field)> escaped;
-    // Files dropped on a view; true where somebody took them.
+    // Files dropped on a view that takes them; true where somebody took them.
     std::function<bool(const std::shared_ptr<NSView> &view, const QStringList &files)> filesDropped;
     // Asked while files hover: whether a drop there would do something.
     std::function<bool(const std::shared_ptr<NSView> &view, const QStringList &files)> takesFiles;
@@ -97,6 +100,7 @@ private:
 
     std::weak_ptr<NSWindow> window_;
     std::map<const NSView *, Part> parts_;
+    ThemeKind partsTheme_ = Theme::current().kind();
     QBasicTimer turnTimer_;
     std::vector<std::weak_ptr<NSView>> turning_;
     QPointF mouse_;

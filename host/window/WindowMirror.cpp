@@ -198,7 +198,7 @@ void WindowMirror::changeEvent(QEvent *event) {
         surface_->syncFocus();
     }
     if (event->type() == QEvent::PaletteChange)
-        surface_->update();
+        surface_->noteThemeChanged();
 }
 
 }  // namespace host

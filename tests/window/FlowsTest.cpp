@@ -6,6 +6,7 @@
 #include "device/FileTree.h"
 #include "host/window/Accessibility.h"
 #include "tests/window/ShellFixture.h"
+#include "toolkit/views/NSProgressIndicator.h"
 #include "toolkit/views/NSScrollView.h"
 
 namespace {
@@ -186,6 +187,27 @@ TEST_F(Flows, aMenuButtonOffersItsEntriesWithoutItsOwnTitle) {
     EXPECT_EQ(entries.join(u'|').toStdString(), "Add Folder|Add Bookmark");
 }
 
+TEST_F(Flows, aProgressWindowTellsTheItemAndMovesItsBar) {
+    const auto part = [](const char *name) { return NSApp()->modalWindow()->contentView()->viewWithIdentifier(name); };
+    bool isSeen = false;
+    world.once([&] {
+        const auto bar = NSApp()->modalWindow() ? std::dynamic_pointer_cast<NSProgressIndicator>(part("progressIndicator")) : nullptr;
+        return bar && bar->doubleValue() > 10 && !doneButton();
+    }, [&] {
+        isSeen = true;
+        const auto bar = std::dynamic_pointer_cast<NSProgressIndicator>(part("progressIndicator"));
+        const auto label = std::dynamic_pointer_cast<NSTextField>(part("mainLabel"))->stringValue();
+        EXPECT_NE(label.rangeOfString(" of 1500"), std::nullopt) << label.str();
+        const QRectF place = world.surfaceOf(*bar).rectOf(*bar);
+        const QImage picture = world.picture(*world.presenter().mirrorOf(*NSApp()->modalWindow()), "import-item");
+        const int y = static_cast<int>(place.center().y());
+        EXPECT_NE(picture.pixelColor(static_cast<int>(place.left()) + 3, y), picture.pixelColor(static_cast<int>(place.right()) - 5, y));
+    });
+    whenDoneClose();
+    drop(cards(1500));
+    EXPECT_TRUE(isSeen);
+}
+
 TEST_F(Flows, aClickOnAGroupOfTheTreeOpensAndClosesIt) {
     const auto tree = std::dynamic_pointer_cast<NSTableView>(shell->window()->contentView()->viewWithIdentifier("CategoryTree"));
     ASSERT_NE(tree, nullptr);
@@ -195,6 +217,13 @@ TEST_F(Flows, aClickOnAGroupOfTheTreeOpensAndClosesIt) {
         world.clickAt(*tree, {place.minX() + 80, place.minY() + place.size.height / 2});
         world.serve();
     };
+    clickRow(0);   // open, and the leaf on show is none of its own: its first leaf is chosen
+    EXPECT_EQ(tree->selectedRow(), 1);
+    EXPECT_EQ(tree->numberOfRows(), rows);
+    clickRow(0);
+    EXPECT_LT(tree->numberOfRows(), rows);
+    clickRow(0);
+    EXPECT_EQ(tree->numberOfRows(), rows);
     constexpr std::int64_t kMusic = 3;   // below Photos, Camera Roll and Albums
     clickRow(kMusic);
     EXPECT_GT(tree->numberOfRows(), rows);
@@ -216,11 +245,16 @@ TEST_F(Flows, everyWindowHasNamesForAllItsControls) {
     struct {
         std::int64_t category;
         const char *button, *name;
-    } rows[] = {{host::kContactsCategory, "NewContactButton", "contact-editor"}};
+    } rows[] = {{host::kContactsCategory, "NewContactButton", "contact-editor"}, {host::kContactsCategory, "DuplicateButton", "duplicates"}};
     for (const auto &[category, button, name] : rows) {
         show(category);
         bool isSeen = false;
-        world.once([] { return NSApp()->modalWindow() && NSApp()->modalWindow()->isVisible() && dispatch::waitingMainBlocks() == 0; }, [&, name = name] {
+        // A notice that a search goes on is modal as well, and cannot be closed.
+        const auto isShown = [] {
+            const auto window = NSApp()->modalWindow();
+            return window && window->isVisible() && (window->styleMask() & NSClosableWindowMask) && dispatch::waitingMainBlocks() == 0;
+        };
+        world.once(isShown, [&, name = name] {
             isSeen = true;
             const std::string dump = host::accessibilityDump(world.surfaceOf(*NSApp()->modalWindow()->contentView()));
             EXPECT_EQ(dump.find("unnamed"), std::string::npos) << name << "\n" << dump;

@@ -13,6 +13,7 @@
 #include "tests/window/WindowWorld.h"
 #include "toolkit/dispatch/Queue.h"
 #include "toolkit/views/NSApplication.h"
+#include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSMenu.h"
 #include "toolkit/views/NSPopUpButton.h"
 #include "toolkit/views/NSProgressIndicator.h"
@@ -189,6 +190,58 @@ TEST_F(Mirror, aPopUpChoosesFromItsMenu) {
     world.click(*popUp);
     EXPECT_EQ(popUp->titleOfSelectedItem(), NSString("Two"));
     EXPECT_EQ(actions->log.take(), "pressed");
+}
+
+TEST_F(Mirror, aComboListOpensByMouseAndByKey) {
+    const auto combo = add<NSComboBox>({20, 200, 160, 26});
+    combo->addItemsWithObjectValues({"Mobile", "Home", "Work"});
+    combo->connect(actions, "onPress:");
+    const auto inList = [](const std::function<void(QMenu &)> &act) {
+        QTimer::singleShot(0, [act] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            act(*menu);
+        });
+    };
+    inList([](QMenu &menu) { QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions().at(1)).center()); });
+    world.clickAt(*combo, {150, 13});   // on its arrow
+    EXPECT_EQ(combo->stringValue(), NSString("Home"));
+    EXPECT_EQ(actions->log.take(), "pressed");
+
+    const auto toTheFront = [this] {   // a closed list does not do so offscreen
+        surface->activateWindow();
+        world.until([&] { return surface->isActiveWindow(); }, "an active window");
+    };
+    toTheFront();
+    world.click(*combo);
+    inList([this](QMenu &menu) {
+        world.picture(menu, "combo-list");
+        EXPECT_TRUE(menu.actions().at(1)->isChecked());
+        menu.setActiveAction(menu.actions().at(1));
+        QTest::keyClick(&menu, Qt::Key_Down);
+        QTest::keyClick(&menu, Qt::Key_Return);
+    });
+    world.key(Qt::Key_Down);
+    EXPECT_EQ(combo->stringValue(), NSString("Work"));
+    EXPECT_EQ(combo->indexOfSelectedItem(), 2);
+    toTheFront();
+    inList([](QMenu &menu) { QTest::keyClick(&menu, Qt::Key_Escape); });
+    world.key(Qt::Key_Down);
+    EXPECT_EQ(combo->stringValue(), NSString("Work"));
+    EXPECT_EQ(actions->log.take(), "pressed");
+}
+
+TEST_F(Mirror, anotherThemePaintsTheWindowAndItsEditorAnew) {
+    const auto field = add<NSTextField>({20, 200, 200, 28});
+    world.click(*field);
+    world.type("Ada");
+    EXPECT_GT(at(300, 200).lightness(), 200);
+    host::Theme::use(host::ThemeKind::dark);
+    EXPECT_LT(at(300, 200).lightness(), 60);
+    auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+    ASSERT_NE(editor, nullptr);
+    EXPECT_GT(editor->palette().color(QPalette::Text).lightness(), 200);
+    EXPECT_EQ(editor->text(), "Ada");
 }
 
 TEST_F(Mirror, resizingByAPersonIsTheToolkitsSizeAndTheOtherWayRound) {

@@ -1,6 +1,10 @@
 // The program's window: what a person sees of it and does by clicks, keys and drops.
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QMimeData>
 #include <QScrollBar>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -74,6 +78,32 @@ TEST_F(ShellTest, aDroppedCardGoesThroughTheImportButton) {
     ASSERT_TRUE(world.until([&] { return shell->hasLoaded() && shell->list() && shell->list()->numberOfRows() == before + 1; }, "one row more"));
 }
 
+// The events of a drag from a file manager, with a file that is rewritten before the flow reads it.
+TEST_F(ShellTest, aFileDraggedOntoTheListIsImportedAndRefusedBesideIt) {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(QStringLiteral(HN_SAMPLES_DIR "/vcard/outlook-2003.vcf"))});
+    const auto dragged = [&](const QPoint &place) {
+        QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(surface, &enter);
+        QDragMoveEvent move(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(surface, &move);
+        return enter.isAccepted() && move.isAccepted();
+    };
+    const QPoint list = surface->rectOf(*shell->list(), shell->list()->viewport()).center().toPoint();
+    const std::int64_t before = shell->list()->numberOfRows();
+    EXPECT_FALSE(dragged(QPoint(20, 300)));   // over the tree
+    EXPECT_TRUE(dragged(list));
+    world.once([] { return doneButton() != nullptr; }, [this] { world.click(*doneButton()); });
+    QDropEvent drop(list, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(surface, &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    EXPECT_EQ(shell->list()->numberOfRows(), before);   // the other program does not wait for the flow
+    EXPECT_TRUE(world.until([&] { return shell->hasLoaded() && shell->list() && shell->list()->numberOfRows() == before + 1; }, "one row more"));
+    for (QWidget *box : QApplication::topLevelWidgets())
+        if (box->inherits("QMessageBox"))
+            box->close();
+}
+
 TEST_F(ShellTest, switchesDevicesAndRemembersThem) {
     const std::filesystem::path other = folders.path() / "other";
     device::sample::createImage(other, "Other Phone");
@@ -88,4 +118,18 @@ TEST_F(ShellTest, switchesDevicesAndRemembersThem) {
     EXPECT_TRUE(world.until([&] { return shell->hasLoaded() && dispatch::waitingMainBlocks() == 0; }));
     EXPECT_EQ(shell->recentDevices(), std::vector<std::string>{other.string()});
     picture("contacts-empty");
+
+    ASSERT_TRUE(shell->openDevice(image()));
+    QMenu *recent = nullptr;
+    for (QMenu *menu : surface->parentWidget()->findChildren<QMenu *>())
+        if (menu->title() == "Open &Recent")
+            recent = menu;
+    ASSERT_NE(recent, nullptr);
+    emit recent->aboutToShow();
+    ASSERT_EQ(recent->actions().size(), 2);
+    EXPECT_EQ(recent->actions().at(0)->text().toStdString(), image().string());
+    recent->actions().at(1)->trigger();
+    settle();
+    EXPECT_EQ(surface->parentWidget()->windowTitle(), "Other Phone");
+    EXPECT_EQ(shell->recentDevices(), (std::vector<std::string>{other.string(), image().string()}));
 }

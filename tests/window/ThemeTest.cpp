@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "host/window/Theme.h"
+#include <QApplication>
+#include <QProxyStyle>
+#include <QStyleFactory>
+
+#include "host/window/DesktopTheme.h"
 
 using host::Theme;
 using host::ThemeKind;
@@ -42,4 +46,73 @@ TEST(Themes, aWhiteAreaTurnsDarkAndABlackTextLight) {
     const Theme light(ThemeKind::light);
     EXPECT_EQ(light.fill(*NSColor::whiteColor()), QColor(Qt::white));
     EXPECT_EQ(light.text(*NSColor::blackColor()), QColor(Qt::black));
+}
+
+// ---------------------------------------------------------------- the desktop's
+
+namespace {
+
+// As a platform theme makes of the style what the desktop asks for.
+class GivenStyle : public QProxyStyle {
+public:
+    explicit GivenStyle(ThemeKind kind) : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))), kind_(kind) {}
+    QPalette standardPalette() const override { return Theme(kind_).palette(); }
+
+private:
+    ThemeKind kind_;
+};
+
+void changePlatform(ThemeKind kind, QObject &window) {
+    QApplication::setStyle(new GivenStyle(kind));
+    QEvent event(QEvent::ThemeChange);
+    QCoreApplication::sendEvent(&window, &event);
+}
+
+class Desktop : public testing::Test {
+protected:
+    void SetUp() override {
+        QApplication::setStyle(new GivenStyle(ThemeKind::light));
+        Theme::use(ThemeKind::light);
+    }
+    void TearDown() override { QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion"))); }
+    void portalSays(unsigned scheme, const char *key = "color-scheme") {
+        desktop->settingChanged("org.freedesktop.appearance", key, QDBusVariant(scheme));
+    }
+    std::string take() { return std::exchange(log, {}); }
+
+    std::string log;
+    std::unique_ptr<host::DesktopTheme> desktop;
+    void follow() {
+        desktop = std::make_unique<host::DesktopTheme>([this](ThemeKind kind) {
+            Theme::use(kind);
+            log += kind == ThemeKind::dark ? "dark " : "light ";
+        });
+    }
+};
+
+}  // namespace
+
+TEST_F(Desktop, aPlatformThatChangesIsFollowedOnce) {
+    QObject window;
+    follow();
+    changePlatform(ThemeKind::dark, window);
+    changePlatform(ThemeKind::dark, window);
+    EXPECT_EQ(take(), "dark ");
+    EXPECT_EQ(Theme::current().kind(), ThemeKind::dark);
+    changePlatform(ThemeKind::light, window);
+    EXPECT_EQ(take(), "light ");
+}
+
+TEST_F(Desktop, thePortalsSchemeGoesBeforeThePlatforms) {
+    QObject window;
+    follow();
+    portalSays(1, "contrast");
+    portalSays(2);
+    EXPECT_EQ(take(), "");
+    portalSays(1);
+    changePlatform(ThemeKind::light, window);
+    EXPECT_EQ(take(), "dark ");
+    portalSays(0);   // the program's own choice: it stays
+    EXPECT_EQ(take(), "");
+    EXPECT_EQ(host::DesktopTheme::kindOfScheme(QVariant::fromValue(QDBusVariant(1u))), ThemeKind::dark);
 }
