@@ -21,13 +21,10 @@ constexpr Report kReports[] = {
     {"HNMmusicViewModel", "onExpertToPc:", "Manage/Music_Export"},
     {"HNMringtoneViewModel", "_GARingtoneImportFromFolder", "Manage/Ringtones_Import\nManage/Ringtones_ImportSelectFolder"},
     {"HNMvideoViewModel", "onPlayVideo:", "Manage/Videos_Play"},
-    {"HNMContactViewManager", "duplicateClick:", "Manage/Contacts_De_Duplicate"},
     {"HNMContactViewManager", "_GALogImportCSV", "Manage/Contacts_ImportFormat:CSV"},
-    {"HNMContactViewManager", "exportTovCardFile:", "Manage/Contacts_ExportToFormat:Card"},
     {"HNMAppViewManager", "uninstallButtonClick:", "Manage/Apps_Uninstall"},
     {"HNBookViewModel", "_GAiBookImportDelete", "Manage/Books_Delete"},
     {"HNMBookMarkViewManager", "addBookMarkMenuClick:", "Manage/Bookmarks_AddBookmarks"},
-    {"HNMMessageViewManager", "exportMessage:", "Manage/Messages_Export\nManage/Messages_ExportFormart"},
     {"HNMMessageViewManager", "refreshButtonClick:", "Manage/Messages_Refresh"},
 };
 

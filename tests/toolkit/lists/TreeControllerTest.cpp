@@ -148,21 +148,4 @@ TEST_F(TreeController, leavesOutAnObjectAmongItsOwnAncestors) {
     node({0, 1})->represented<Item>()->children->removeObject(f);   // else the ring keeps itself alive
 }
 
-TEST(TreeControllerDepth, walksAndEndsATreeOfAHundredThousandLevels) {
-    auto tree = make<NSTreeController>();
-    auto last = item("top");
-    tree->content()->addObject(last);
-    for (int depth = 1; depth < 100000; ++depth) {
-        auto below = item("below");
-        last->children->addObject(below);
-        last = below;
-    }
-    tree->rearrangeObjects();
-    EXPECT_TRUE(tree->isConsistent());
-    const std::weak_ptr<Item> deepest = last;
-    last.reset();
-    tree->removeObjectAtArrangedObjectIndexPath({0});
-    EXPECT_TRUE(deepest.expired());
-}
-
 }  // namespace

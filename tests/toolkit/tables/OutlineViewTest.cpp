@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <utility>
 
 #include "tests/toolkit/lists/Item.h"
 #include "toolkit/views/NSWindow.h"
@@ -216,7 +217,7 @@ TEST_F(Outline, opensByTheMarkAndByArrowsWithoutSelecting) {
     EXPECT_EQ(delegate->take(), "collapse? f\nexpand? f\n");
 }
 
-TEST_F(Outline, opensATreeOfAHundredThousandLevels) {
+TEST_F(Outline, opensAndEndsATreeOfAHundredThousandLevels) {
     auto last = folder("deep", {});
     tree->content()->setArray({last});
     for (int depth = 1; depth < 100000; ++depth) {
@@ -224,15 +225,17 @@ TEST_F(Outline, opensATreeOfAHundredThousandLevels) {
         last->children->addObject(below);
         last = below;
     }
-    last.reset();
+    const std::weak_ptr<Item> deepest = std::exchange(last, nullptr);
     outline->setDelegate(nullptr);
     tree->rearrangeObjects();
     outline->expandItem(nullptr, true);
     EXPECT_EQ(outline->numberOfRows(), 100000);
     EXPECT_LE(outline->numberOfRowViews(), 15u);
+    EXPECT_TRUE(tree->isConsistent());
     tree->content()->removeAllObjects();
     tree->rearrangeObjects();
     EXPECT_EQ(outline->numberOfRows(), 0);
+    EXPECT_TRUE(deepest.expired());
 }
 
 // "f (a g (b)) h c", as the objects themselves tell.
