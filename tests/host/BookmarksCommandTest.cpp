@@ -160,13 +160,6 @@ TEST_F(BookmarksCommand, endWhereThereIsNoDatabase) {
     EXPECT_FALSE(std::filesystem::exists(program.home() / "out.html"));
 }
 
-TEST_F(BookmarksCommand, readABackupAndNeverChangeIt) {
-    const std::string backup = program.smallBackup("backup"), before = testhost::pictureOf(backup);
-    EXPECT_EQ(program.json({"bookmarks", "list", "--device", backup})["bookmarks"].size(), 0u);
-    program.refused({"bookmarks", "add", "x", "y", "--device", backup}, 1, "backup");
-    EXPECT_EQ(testhost::pictureOf(backup), before);
-}
-
 TEST_F(BookmarksCommand, inTheCloudAreNeitherListedNorChanged) {
     auto properties = device::PropertyList::read(program.home() / "image/Device.plist");
     properties.setFlag("CloudBookmarks", true);
