@@ -164,7 +164,7 @@ TEST_F(MessageExport, thePanelBeginsInTheFolderOfTheLastExport) {
 TEST_F(MessageExport, whatACommandCannotTakeStaysAsItIs) {
     std::string failed;
     SystemCommand::setFailureListener([&](const SystemCommand::Failure &failure) { failed += failure.command.str() + "\n"; });
-    openWith({chatOf(1, {"7"}, {{.content = "/b/it's", .isSend = true, .isAttachment = true, .fileName = "n'"}})});
+    openWith({chatOf(1, {"7"}, {{.content = "/b/it's", .isSend = true, .isFailed = true, .isAttachment = true, .fileName = "n'"}})});
     select({0});
     answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
     exportTable("a b.xls");
@@ -172,10 +172,12 @@ TEST_F(MessageExport, whatACommandCannotTakeStaysAsItIs) {
     EXPECT_EQ(std::exchange(failed, {}), "cp '/b/it's' '" + at + "/message attachment/1'\n"
                                          "iconv -f UTF8 -t GB18030 " + at + "/a b.xls > " + at + "/pelorix_message.xls\n"
                                          "rm " + at + "/a b.xls\nmv " + at + "/pelorix_message.xls " + at + "/a b.xls\n");
-    EXPECT_EQ(read("a b.xls"), std::string(kHead) + "1\t\t\t2024-01-01 00:00:00\t[attachment]\tsend\t(\n)\n");
+    EXPECT_EQ(read("a b.xls"), std::string(kHead) + "1\t\t\t2024-01-01 00:00:00\t[attachment]\tfailed\t(\n)\n"
+                                                   "1\t(null)\t(null)\t(null)\tMessageView_NotDeliver\treceive\t(\n)\n");
     answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
     exportPage("page");
     EXPECT_EQ(failed, "cp '/b/it's' '" + at + "/page/n''\n");
+    EXPECT_TRUE(stands("page/Messagesfailed.png"));
 }
 
 TEST_F(MessageExport, aTableThatEndsWithAThreadWithoutRowsWaitsForEver) {
