@@ -38,7 +38,9 @@ void DesktopTheme::askPortal() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // clang-format off: the slot is looked up letter by letter, blanks included
+    bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this, SLOT(settingChanged(QString,QString,QDBusVariant)));
+    // clang-format on
     QDBusMessage question = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
     question << kGroup << kKey;
     auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);

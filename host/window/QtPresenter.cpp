@@ -115,6 +115,11 @@ void QtPresenter::windowDidClose(NSWindow &window) {
     if (const auto panel = panels_.find(&window); panel != panels_.end() && panel->second)
         panel->second->hide();
     mirrors_.erase(&window);
+    // A notice that opened before the window has to be read now: it blocks the others, so the keyboard belongs to it.
+    QMetaObject::invokeMethod(qApp, [] {
+        if (QWidget *notice = QApplication::activeModalWidget(); notice && !notice->isActiveWindow())
+            notice->activateWindow();
+    }, Qt::QueuedConnection);
 }
 
 void QtPresenter::panelDidOpen(NSSavePanel &panel) {

@@ -16,9 +16,16 @@
 
 namespace host {
 
+namespace {
+
+// A dialog without a title would get that of the program file.
+QString titleOf(const NSWindow &window) { return window.title().isEmpty() ? QObject::tr("Manager") : qtString(window.title()); }
+
+}  // namespace
+
 WindowMirror::WindowMirror(const std::shared_ptr<NSWindow> &window) : window_(window), surface_(new ViewSurface(window, this)) {
     setWindowFlags(flags());
-    setWindowTitle(qtString(window->title()));
+    setWindowTitle(titleOf(*window));
     setObjectName(qtString(window->identifier()));
     takeFrame();
 }
@@ -136,7 +143,7 @@ void WindowMirror::windowChanged(std::string_view key) {
     if (!window)
         return;
     if (key == "title") {
-        setWindowTitle(qtString(window->title()));
+        setWindowTitle(titleOf(*window));
     } else if (key == "frame") {
         takeFrame();
     } else if (key == "styleMask") {
