@@ -77,3 +77,13 @@ std::string described(const ContactList &contacts) {
         text += described(*contact) + "\n";
     return text;
 }
+
+std::shared_ptr<ZpContactDataInfo> person(const char *name, const std::vector<const char *> &phones, const std::vector<const char *> &emails) {
+    auto made = make<ZpContactDataInfo>();
+    made->setCompleteName(name);
+    for (const char *phone : phones)
+        made->mutable_phone_numbers().push_back({"", phone});
+    for (const char *email : emails)
+        made->mutable_emails().push_back({"", email});
+    return made;
+}

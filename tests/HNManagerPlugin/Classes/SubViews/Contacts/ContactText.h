@@ -3,8 +3,13 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
 
 [[nodiscard]] std::string described(const ZpContactDataInfo &contact);
 [[nodiscard]] std::string described(const ContactList &contacts);   // one line each
+
+// A contact of this name with numbers and addresses that have the empty label; null is the absent text.
+[[nodiscard]] std::shared_ptr<ZpContactDataInfo> person(const char *name, const std::vector<const char *> &phones = {},
+                                                        const std::vector<const char *> &emails = {});

@@ -11,17 +11,6 @@ namespace {
 
 using namespace contactRules;
 
-std::shared_ptr<ZpContactDataInfo> person(const char *name, std::vector<const char *> phones,
-                                          std::vector<const char *> emails = {}) {
-    auto made = make<ZpContactDataInfo>();
-    made->setCompleteName(name);
-    for (const char *phone : phones)
-        made->mutable_phone_numbers().push_back({"", phone});
-    for (const char *email : emails)
-        made->mutable_emails().push_back({"", email});
-    return made;
-}
-
 // ---------------------------------------------------------------- single look-ups
 
 struct Row {

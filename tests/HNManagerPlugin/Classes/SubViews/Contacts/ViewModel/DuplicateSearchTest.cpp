@@ -12,18 +12,8 @@ namespace {
 using namespace contactRules;
 using Person = std::shared_ptr<ZpContactDataInfo>;
 
-Person person(const char *name, std::vector<const char *> phones = {}, std::vector<const char *> emails = {}) {
-    auto made = make<ZpContactDataInfo>();
-    made->setCompleteName(name);
-    for (const char *phone : phones)
-        made->mutable_phone_numbers().push_back({"", phone});
-    for (const char *email : emails)
-        made->mutable_emails().push_back({"", email});
-    return made;
-}
-
-Person at(const char *company, const char *name, std::vector<const char *> phones = {}) {
-    auto made = person(name, std::move(phones));
+Person at(const char *company, const char *name, const std::vector<const char *> &phones = {}) {
+    auto made = person(name, phones);
     made->setCompany_name(company);
     return made;
 }
