@@ -33,11 +33,12 @@ File File::openForReading(const std::filesystem::path &path) {
     return file;
 }
 
-File File::create(const std::filesystem::path &path) {
+File File::create(const std::filesystem::path &path, const std::filesystem::path &known) {
+    const std::filesystem::path &name = known.empty() ? path : known;
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0644);
     if (descriptor < 0)
-        throw AccessError::ofSystem(errno, path.string());
-    return {descriptor, path};
+        throw AccessError::ofSystem(errno, name.string());
+    return {descriptor, name};
 }
 
 File::File(File &&other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)), path_(std::move(other.path_)) {}
@@ -124,7 +125,7 @@ void replaceWhole(const std::filesystem::path &path, const std::function<void(Fi
     close(descriptor);
     unlink(name.c_str());
     try {
-        File file = File::create(name);
+        File file = File::create(name, path);
         fill(file);
         file.sync();
         if (rename(name.c_str(), path.c_str()) != 0)

@@ -13,8 +13,8 @@ class File {
 public:
     // Throws AccessError; anything but a regular file is refused.
     [[nodiscard]] static File openForReading(const std::filesystem::path &path);
-    // A new file for writing; one that stands there is refused.
-    [[nodiscard]] static File create(const std::filesystem::path &path);
+    // A new file for writing; one that stands there is refused. Its errors name `known` where it is not empty.
+    [[nodiscard]] static File create(const std::filesystem::path &path, const std::filesystem::path &known = {});
     File(File &&other) noexcept;
     File &operator=(File &&other) noexcept;
     ~File();

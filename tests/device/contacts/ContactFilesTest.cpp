@@ -237,8 +237,11 @@ protected:
             for (const Writer write : kWriters)
                 for (const char *name : {"old", "new"}) {
                     write(*store_, people_, path(name));
-                    if (!store_->failures().first() || bytes("old") != "old")
+                    const auto failure = store_->failures().first();
+                    if (!failure || bytes("old") != "old")
                         return 1;
+                    if (!failure->text.starts_with(path(name).str() + ": "))
+                        return 3;
                     if (std::distance(fs::directory_iterator(folder_), fs::directory_iterator()) != 1)
                         return 2;
                 }
