@@ -1028,19 +1028,27 @@ void NSTableView::moveSelection(std::int64_t to, bool extend) {
 void NSTableView::keyDown(NSEvent &event) {
     const std::int64_t last = numberOfRows() - 1, now = selectedRow();
     const bool extend = event.has(NSEventModifierFlagShift);
+    // Where nothing can be selected the key scrolls.
+    const auto move = [&](std::int64_t to, double scrolledBy) {
+        moveSelection(to, extend);
+        if (selected_.isEmpty())
+            scrollToPoint({viewport().minX(), viewport().minY() + scrolledBy});
+    };
+    constexpr double kLine = 40;
+    const double page = viewport().size.height - kLine, all = heights_.total();
     switch (event.keyCode) {
     case keycode::up:
-        return moveSelection(now < 0 ? last : now - 1, extend);
+        return move(now < 0 ? last : now - 1, -kLine);
     case keycode::down:
-        return moveSelection(now + 1, extend);
+        return move(now + 1, kLine);
     case keycode::pageUp:
-        return moveSelection(now - pageRows(), extend);
+        return move(now - pageRows(), -page);
     case keycode::pageDown:
-        return moveSelection(now + pageRows(), extend);
+        return move(now + pageRows(), page);
     case keycode::home:
-        return moveSelection(0, extend);
+        return move(0, -all);
     case keycode::end:
-        return moveSelection(last, extend);
+        return move(last, all);
     case keycode::a:
         if (event.has(NSEventModifierFlagCommand)) {
             if (allowsMultiple_ && last >= 0)

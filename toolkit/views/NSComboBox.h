@@ -46,6 +46,8 @@ public:
     void deselectItemAtIndex(std::int64_t index);
     // A person's choice: the selection, then the action. False out of range or disabled.
     bool chooseItemAtIndex(std::int64_t index);
+    // For its list, where nothing can be typed.
+    [[nodiscard]] bool acceptsFirstResponder() const override { return isEnabled(); }
     [[nodiscard]] std::string describeContent() const override;
     HN_DECLARE_CLASS_TABLE
 

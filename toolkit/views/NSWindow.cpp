@@ -7,7 +7,7 @@
 #include "toolkit/services/NSNotificationCenter.h"
 #include "toolkit/views/ClassKeys.h"
 #include "toolkit/views/NSApplication.h"
-#include "toolkit/views/NSTextField.h"
+#include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSWindowController.h"
 #include "toolkit/views/Presenter.h"
 
@@ -244,7 +244,7 @@ namespace {
 // A text that can only be selected is for the mouse. What stands in the rows of a list where several can be chosen is
 // reached by choosing rows: rows come and go while the focus moves, and it would never get out of the list.
 bool isKeyStop(const NSView &view) {
-    if (const auto *text = dynamic_cast<const NSTextField *>(&view))
+    if (const auto *text = dynamic_cast<const NSTextField *>(&view); text && !dynamic_cast<const NSComboBox *>(text))
         return text->isEditable();
     for (auto above = view.superview(); above; above = above->superview())
         if (above->valueForKey("allowsMultipleSelection").boolValue())

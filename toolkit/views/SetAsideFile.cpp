@@ -28,6 +28,11 @@ std::map<std::string, Held> &table() {
     return held;
 }
 
+std::function<void(const NSString &)> &listener() {
+    static std::function<void(const NSString &)> hears;
+    return hears;
+}
+
 std::string asidePathFor(const fs::path &path) {
     static std::atomic<unsigned> number{0};
     const std::string name = "." + path.filename().string() + ".replaced-" + std::to_string(::getpid()) + "-" + std::to_string(++number);
@@ -68,9 +73,19 @@ bool SetAsideFile::isHeld(const NSString &path) {
 }
 
 void SetAsideFile::failed(const NSString &path) {
+    const auto hears = [&] {
+        const std::scoped_lock lock(mutex);
+        if (const auto found = table().find(path.str()); found != table().end())
+            found->second.hasFailed = true;
+        return listener();
+    }();
+    if (hears)
+        hears(path);
+}
+
+void SetAsideFile::setFailureListener(std::function<void(const NSString &)> hears) {
     const std::scoped_lock lock(mutex);
-    if (const auto found = table().find(path.str()); found != table().end())
-        found->second.hasFailed = true;
+    listener() = std::move(hears);
 }
 
 bool SetAsideFile::settle(const NSString &path, bool whole) {

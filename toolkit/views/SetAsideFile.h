@@ -9,6 +9,8 @@
 // Threads   any.
 #pragma once
 
+#include <functional>
+
 #include "toolkit/NSString.h"
 
 class SetAsideFile {
@@ -18,6 +20,8 @@ public:
     [[nodiscard]] static bool isHeld(const NSString &path);
     // The writer of `path` failed or was cancelled: what stands there is no whole file.
     static void failed(const NSString &path);
+    // Hears of each failed path, held or not, on the thread that told it. Empty: nobody.
+    static void setFailureListener(std::function<void(const NSString &path)> listener);
     // The end of the flow. `whole`: a whole new file was written; else, or where failed was told, or where nothing stands at
     // the path, the old one comes back. False where bringing back failed (the old file then still lies beside).
     static bool settle(const NSString &path, bool whole);

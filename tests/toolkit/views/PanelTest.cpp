@@ -92,8 +92,12 @@ TEST_F(Panels, aReplacedFileComesBackUnlessAWholeNewOneStands) {
         EXPECT_FALSE(fs::exists(path("old.vcf").str())) << row.name;   // moved aside before the path is given
         if (row.writes)
             write("old.vcf", "new");
+        std::string heard;
+        SetAsideFile::setFailureListener([&heard](const NSString &file) { heard = file.str(); });
         if (row.failed)
             SetAsideFile::failed(path("old.vcf"));
+        SetAsideFile::setFailureListener({});
+        EXPECT_EQ(heard, row.failed ? path("old.vcf").str() : "") << row.name;
         EXPECT_TRUE(SetAsideFile::settle(path("old.vcf"), row.whole));
         EXPECT_EQ(readFile(path("old.vcf").str()), row.left) << row.name;
         EXPECT_EQ(files(), 2u) << row.name;   // the file and the folder: nothing is left aside
