@@ -185,7 +185,8 @@ bool CliPresenter::answerPanel(NSSavePanel &panel) {
     }
     if (!panel.choose(paths, !opens && replaces_)) {
         refused_ = true;
-        console_.message(paths.front().str() + ": " + panel.refusal().str());
+        const std::string reason = panel.refusal().str(), path = paths.front().str();
+        console_.message(reason.starts_with(path) ? reason : path + ": " + reason);
         panel.cancel();
     }
     return true;

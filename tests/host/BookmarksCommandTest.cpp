@@ -135,11 +135,11 @@ TEST_F(BookmarksCommand, refusalsAreToldAndChangeNothing) {
                            Row{{"delete"}, 2, "KEY is required"},
                            Row{{"paint"}, 2, "subcommand is required"},
                            Row{{"export", "out.txt"}, 1, "out.txt"},
-                           Row{{"export", "out"}, 1, "out"},
-                           Row{{"export", "nowhere/out.html"}, 1, "nowhere"}}) {
+                           Row{{"export", "out"}, 1, "out"}}) {
         refused(row.words, row.status, row.told);
         EXPECT_EQ(database(), before) << row.told;
     }
+    EXPECT_EQ(run({"export", "nowhere/out.html"}).err, "hnmanager: " + (program.home() / "nowhere/out.html").string() + ": its folder does not exist\n");
     for (const char *made : {"out.txt", "out.txt.html", "nowhere"})
         EXPECT_FALSE(std::filesystem::exists(program.home() / made)) << made;
 }
