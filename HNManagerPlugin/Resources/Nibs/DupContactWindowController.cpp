@@ -4,8 +4,8 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellView.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIButton.h"
-#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"
+#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 #include "toolkit/views/NSScrollView.h"
 
 namespace {
@@ -109,6 +109,7 @@ void build(Nib &nib) {
     owner->title.observe([link = std::weak_ptr(window)](const NSString &text) {
         tell(link, [&](NSWindow &w) { w.setTitle(text); });
     });
+    window->setInitialFirstResponder(table);
     window->center();
     nib.setWindow(window);
 }

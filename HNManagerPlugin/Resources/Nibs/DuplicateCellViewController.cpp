@@ -24,6 +24,7 @@ static const NibRegistry::Entry entry("DuplicateCellViewController", [](Nib &nib
     const auto lines = nib.make<NSTableView>(NSRect(0, kName, kWidth, kLine));
     lines->setIdentifier("Lines");
     lines->setHeaderView(nullptr);
+    lines->setEnabled(false);   // its rows are for their buttons, not to be chosen
     lines->setAccessibilityName(localized("ContactView_DetailName"));
     lines->setRowHeight(kLine);
     lines->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);

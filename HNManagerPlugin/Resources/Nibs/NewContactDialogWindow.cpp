@@ -2,9 +2,9 @@
 
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIButton.h"
-#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUICheckBox.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindow.h"
+#include "HNManagerPlugin/contracts/RVUIKit/UIThemeColor.h"
 #include "toolkit/views/NSApplication.h"
 
 namespace {
@@ -51,6 +51,7 @@ std::shared_ptr<Section> section(Nib &nib, const std::shared_ptr<NSView> &root, 
 std::shared_ptr<NSTableView> rowsTable(Nib &nib, const std::shared_ptr<Section> &owner, double width, double height, ReuseQueue::Maker maker) {
     const auto table = nib.make<NSTableView>(NSRect(0, 0, width, height));
     table->setHeaderView(nullptr);
+    table->setEnabled(false);   // its rows are for their controls, not to be chosen
     const auto column = make<NSTableColumn>(NSString("row"));
     column->setWidth(width - 3);
     column->setEditable(false);
@@ -87,7 +88,7 @@ std::shared_ptr<Section> listSection(Nib &nib, const std::shared_ptr<NSView> &ro
     return made;
 }
 
-void nameSection(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &root) {
+std::shared_ptr<NSView> nameSection(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &root) {
     constexpr double kLeft = kMargin + kPicture + 16, kNames = kWidth - kLeft - kMargin;
     const auto made = section(nib, root, 0, Section::Rows::none, {kLeft, kMargin, kNames, 3 * kField + 6});
     const auto add = [&](const char *identifier, const char *hint, double top, Section::Read read, Section::Write write) {
@@ -96,10 +97,12 @@ void nameSection(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &ro
         made->bindField(text, read, write);
         return text;
     };
-    made->textField_1 = add("first", "ContactView_FirstName", 0, &C::first_name, &C::setFirst_name);
+    const auto first = add("first", "ContactView_FirstName", 0, &C::first_name, &C::setFirst_name);
+    made->textField_1 = first;
     made->textField_2 = add("last", "ContactView_LastName", kField + 3, &C::last_name, &C::setLast_name);
     made->textField_3 = add("company", "ContactView_Company", 2 * (kField + 3), &C::company_name, &C::setCompany_name);
     owner->viewModel->nameGroup = made;
+    return first;
 }
 
 void noteSection(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &root, double top) {
@@ -115,7 +118,7 @@ void picture(Nib &nib, const Owner &owner, const std::shared_ptr<NSView> &root) 
     const auto view = nib.make<HNContactPhotoView>(NSRect(kMargin, kMargin, kPicture, kPicture));
     view->setIdentifier("Picture");
     view->setAccessibilityName(localized("ContactView_PictureName"));
-    const auto photo = nib.make<NSImageView>(NSRect(0, 0, kPicture, kPicture));
+    const auto photo = nib.make<NSImageView>(NSRect(3, 3, kPicture - 6, kPicture - 6));
     const auto hint = NSTextField::labelWithString(localized("ContactView_ChoosePicture"));
     hint->setFrame({0, 4, kPicture, 18});
     hint->setAlignment(NSTextAlignment::center);
@@ -178,7 +181,7 @@ void build(Nib &nib) {
     window->setContentView(root);
     owner->viewModel->container = root;
     picture(nib, owner, root);
-    nameSection(nib, owner, root);
+    window->setInitialFirstResponder(nameSection(nib, owner, root));
     constexpr double kPhones = kMargin + kPicture + 16, kEmails = kPhones + 76, kNote = kEmails + 76, kGroups = kNote + 92;
     owner->viewModel->phoneGroup = listSection(nib, root, 1, Section::Rows::phones, "ContactView_Phone_Number", kPhones);
     owner->viewModel->emailGroup = listSection(nib, root, 2, Section::Rows::emails, "ContactView_Email", kEmails);

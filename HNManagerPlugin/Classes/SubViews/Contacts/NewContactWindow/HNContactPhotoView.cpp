@@ -1,5 +1,7 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/NewContactWindow/HNContactPhotoView.h"
 
+#include "toolkit/services/NSBundle.h"
+
 HN_CLASS_TABLE(HNContactPhotoView, NSView, .selector("choose", &HNContactPhotoView::choose))
 
 void HNContactPhotoView::setPhoto(const std::shared_ptr<NSImage> &image) {
@@ -11,6 +13,23 @@ void HNContactPhotoView::choose() {
 }
 
 void HNContactPhotoView::mouseDown(NSEvent &) { choose(); }
+
+void HNContactPhotoView::keyDown(NSEvent &event) {
+    if (event.keyCode == keycode::space)
+        choose();
+    else
+        NSView::keyDown(event);
+}
+
+void HNContactPhotoView::drawRect(const NSRect &, Canvas &canvas) {
+    constexpr double kInset = 3, kRadius = 4, kFaint = 0.45;
+    const auto shown = photo.lock();
+    if (shown && shown->image())
+        return;
+    const NSRect area = bounds().insetBy(kInset, kInset);
+    canvas.drawImage(NSBundle::bundleForClass()->imageForResource_ofType("icon_list_user", "png"), area, {}, kFaint);
+    canvas.strokeRoundedRect(area, kRadius, NSColor::lightGrayColor());
+}
 
 void HNContactPhotoView::mouseEntered(NSEvent &) {
     tell(text, [](NSTextField &hint) { hint.setHidden(false); });

@@ -1,4 +1,5 @@
-// The contact's picture in the editor, with a hint while the pointer is over it; a click asks for another one. Threads: main.
+// The contact's picture in the editor, with a hint while the pointer is over it; a click, or the space bar, asks for another
+// one. Without a picture it shows where one goes. Threads: main.
 #pragma once
 
 #include "toolkit/views/NSImageView.h"
@@ -21,7 +22,10 @@ public:
     std::weak_ptr<HNContactPhotoViewDelegate> delegate;
 
     void setPhoto(const std::shared_ptr<NSImage> &image);
+    [[nodiscard]] bool acceptsFirstResponder() const override { return true; }
+    void drawRect(const NSRect &rect, Canvas &canvas) override;
     void mouseDown(NSEvent &event) override;
+    void keyDown(NSEvent &event) override;
     void mouseEntered(NSEvent &event) override;
     void mouseExited(NSEvent &event) override;
     // What a click does.
