@@ -16,6 +16,7 @@ public:
         damaged,    // a database or property list that is none
         noSpace,
         gone,       // the device went away
+        password,   // the password given is another one
         failed,     // anything else that the system refused
     };
 

@@ -168,7 +168,7 @@ std::int32_t BackupTask::removeDeviceBackupPassword(const NSString &password) {
     return changePassword([&password](PropertyList &properties) {
         const bool isRight = properties.flag(kEncrypts).value_or(false) && isPassword(password.view(), properties.data(kPassword).value_or(""));
         if (!isRight)
-            throw AccessError(AccessError::Kind::failed, "", "the password of the device's backups is another one");
+            throw AccessError(AccessError::Kind::password, "", "the password of the device's backups is another one");
         properties.setFlag(kEncrypts, false);
         properties.remove(kPassword);
     });

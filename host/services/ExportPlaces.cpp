@@ -1,9 +1,10 @@
 #include "host/services/ExportPlaces.h"
 
+#include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindowController.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
 #include "host/services/PrivateTarget.h"
-#include "toolkit/services/SystemCommand.h"
 #include "toolkit/views/NSSavePanel.h"
+#include "toolkit/views/SetAsideFile.h"
 #include "toolkit/views/ViewObserver.h"
 
 namespace host {
@@ -13,7 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char *kLastFolderKey = "MessageExportPathKey";
-constexpr const char *kTable = "xls", *kPage = "";   // what the two panels ask for
+constexpr const char *kTable = "xls", *kPage = "", *kBookmarks = "html";   // what the panels ask for
 
 class Places : public ViewObserver {
 public:
@@ -21,12 +22,16 @@ public:
 
     NSString handOver(const NSSavePanel &panel, const NSString &path, bool replaces) {
         settle();
-        const bool isPage = panel.allowedFileTypes == std::vector<NSString>{kPage};
-        const bool isTable = panel.allowedFileTypes == std::vector<NSString>{kTable};
-        if ((!isPage && !isTable) || (isPage ? SystemCommand::isQuotable(path) : SystemCommand::isPlain(path)))
+        const auto asksFor = [&](const char *type) { return panel.allowedFileTypes == std::vector<NSString>{type}; };
+        const bool isPage = asksFor(kPage);
+        if (asksFor(kBookmarks))
+            bookmarks_ = path;
+        if (!isPage && !asksFor(kTable))
             return {};
         target_ = std::make_unique<PrivateTarget>(fs::path(path.str()), isPage ? "Messages" : "Messages.xls");
         replaces_ = replaces;
+        named_ = target_->path().string();
+        person_ = path.str();
         return target_->isPrivate() ? NSString(target_->path().string()) : NSString();
     }
     void settle() {
@@ -51,8 +56,15 @@ public:
         return NSString((isTarget ? target : target.parent_path()).string());
     }
     void windowChanged(NSWindow &window, std::string_view key) override {
-        if (key == "visible" && !window.isVisible() && std::dynamic_pointer_cast<RUIProgressWindowController>(window.windowController()))
+        if (key != "visible" || window.isVisible())
+            return;
+        if (std::dynamic_pointer_cast<RUIProgressWindowController>(window.windowController()))
             settle();
+        if (std::dynamic_pointer_cast<RUIDialogWindowController>(window.windowController()) && !bookmarks_.isNil())
+            SetAsideFile::settle(std::exchange(bookmarks_, {}), true);
+    }
+    [[nodiscard]] NSString forPeople(const NSString &text) const {
+        return named_.empty() ? text : text.stringByReplacingOccurrencesOfString_withString(named_, person_);
     }
 
 private:
@@ -67,6 +79,8 @@ private:
     std::function<void(const std::string &)> warn_;
     std::unique_ptr<PrivateTarget> target_;
     bool replaces_ = false;
+    std::string named_, person_;   // the last private place and the person's
+    NSString bookmarks_;           // absent while no export of them runs
 };
 
 std::shared_ptr<Places> &current() {
@@ -106,5 +120,7 @@ void ExportPlaces::remove() {
 std::shared_ptr<WorkspaceService> ExportPlaces::opener(std::shared_ptr<WorkspaceService> service) {
     return std::make_shared<Opener>(std::move(service));
 }
+
+NSString ExportPlaces::forPeople(const NSString &text) { return current() ? current()->forPeople(text) : text; }
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -20,6 +21,13 @@ struct OperationCounts {
 
 class OperationRecord {
 public:
+    // Hears of failed items and of reasons as they come, on the thread that tells them.
+    using Listener = std::function<void(std::int64_t failed, const std::optional<device::Failure> &reason)>;
+
+    void setListener(Listener listener) {
+        const std::scoped_lock lock(mutex_);
+        listener_ = std::move(listener);
+    }
     void clear() {
         const std::scoped_lock lock(mutex_);
         counts_ = {};
@@ -29,14 +37,26 @@ public:
         counts_.asked += items;
     }
     void count(bool success, std::int64_t items = 1) {
-        const std::scoped_lock lock(mutex_);
-        (success ? counts_.succeeded : counts_.failed) += items;
+        const Listener hears = [&] {
+            const std::scoped_lock lock(mutex_);
+            (success ? counts_.succeeded : counts_.failed) += items;
+            return success || items == 0 ? Listener() : listener_;
+        }();
+        if (hears)
+            hears(items, std::nullopt);
     }
     // The first reason stays.
     void explain(const std::optional<device::Failure> &reason) {
-        const std::scoped_lock lock(mutex_);
-        if (!counts_.reason)
-            counts_.reason = reason;
+        if (!reason)
+            return;
+        const Listener hears = [&] {
+            const std::scoped_lock lock(mutex_);
+            if (!counts_.reason)
+                counts_.reason = reason;
+            return listener_;
+        }();
+        if (hears)
+            hears(0, reason);
     }
     [[nodiscard]] OperationCounts counts() const {
         const std::scoped_lock lock(mutex_);
@@ -46,6 +66,7 @@ public:
 private:
     mutable std::mutex mutex_;
     OperationCounts counts_;
+    Listener listener_;
 };
 
 }  // namespace host

@@ -1,8 +1,25 @@
 #include "host/services/RecordingContacts.h"
 
+#include <filesystem>
+
 #include "toolkit/services/NSFileManager.h"
+#include "toolkit/views/SetAsideFile.h"
 
 namespace host {
+
+namespace {
+
+// The flow has made an empty file and looks at nothing afterwards: a failed export leaves what stood there before it.
+void settleExport(const NSString &path, bool isWritten) {
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    if (SetAsideFile::isHeld(path))
+        SetAsideFile::settle(path, isWritten);
+    else if (const fs::path file = path.str(); !isWritten && fs::is_regular_file(fs::symlink_status(file, ignored)) && fs::is_empty(file, ignored))
+        fs::remove(file, ignored);
+}
+
+}  // namespace
 
 bool RecordingContacts::noted(bool success) {
     record_->count(success);
@@ -59,6 +76,7 @@ void RecordingContacts::exportContactsToVCFFile_toPath(const ContactList &contac
     record_->ask(asked);
     contacts_->exportContactsToVCFFile_toPath(contacts, path);
     const bool stands = !failures_.first() && NSFileManager::fileExistsAtPath(path);
+    settleExport(path, stands);
     record_->count(stands, asked);
     if (!stands)
         record_->explain(failures_.first());
@@ -70,6 +88,7 @@ void RecordingContacts::exportContactsToCSVFileFromArray_toPath_callBack(const C
     record_->ask(asked);
     contacts_->exportContactsToCSVFileFromArray_toPath_callBack(contacts, path, [&, asked](std::int32_t result, std::int64_t count) {
         const std::int64_t written = result == 0 ? std::min(count, asked) : 0;
+        settleExport(path, result == 0);
         record_->count(true, written);
         record_->count(false, asked - written);
         if (written < asked)

@@ -1,4 +1,5 @@
-// The address book as the plug-in gets it: passes everything on and notes in an OperationRecord what each item became.
+// The address book as the plug-in gets it: passes everything on and notes in an OperationRecord what each item became. A
+// failed export leaves the file that stood there, or none.
 // Threads  as the address book itself.
 #pragma once
 

@@ -17,7 +17,7 @@ void popUpComboList(ViewSurface &surface, const std::shared_ptr<NSComboBox> &com
         item->state = index == combo->indexOfSelectedItem() ? 1 : 0;
         menu->addItem(item);
     }
-    if (const auto chosen = popUp(menu, surface.mapToGlobal(place.bottomLeft().toPoint()), &surface))
+    if (const auto chosen = popUp(menu, surface.mapToGlobal(place.bottomLeft().toPoint()), &surface, static_cast<int>(place.width())))
         dispatch::guarded("a combo box", [&] { combo->chooseItemAtIndex(menu->indexOfItem(chosen)); });
 }
 

@@ -16,6 +16,7 @@
 #include "toolkit/views/NSProgressIndicator.h"
 #include "toolkit/views/NSScrollView.h"
 #include "toolkit/views/NSTextField.h"
+#include "toolkit/views/NSTextView.h"
 
 namespace host {
 
@@ -43,6 +44,8 @@ void paintFocus(QPainter &painter, const QRectF &area) {
     painter.setPen(QPen(Theme::current().accent(), 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), kRadius, kRadius);
+    painter.setPen(QPen(Theme::current().window(), 1));   // parts the ring from a face of its own colour
+    painter.drawRoundedRect(area.adjusted(2.5, 2.5, -2.5, -2.5), kRadius, kRadius);
 }
 
 // At the end of the line.
@@ -186,7 +189,8 @@ void paintPopUp(NSView &view, QtCanvas &canvas, const ControlState &state) {
 
 void paintTextField(NSView &view, QtCanvas &canvas, const ControlState &state) {
     const auto &field = static_cast<const NSTextField &>(view);
-    if (!field.isEditable() || !field.isBordered()) {
+    const bool isCombo = dynamic_cast<const NSComboBox *>(&field);
+    if (!isCombo && (!field.isEditable() || !field.isBordered())) {
         if (!state.isBeingEdited)
             view.displaySelf(canvas);
         return;
@@ -204,7 +208,7 @@ void paintTextField(NSView &view, QtCanvas &canvas, const ControlState &state) {
             text.fill(QChar(0x2022));
         painter.setFont(fontOf(field));
         painter.setPen(isEmpty ? theme.palette().color(QPalette::PlaceholderText) : textColorOf(field));
-        const QRectF words = area.adjusted(kInset, 2, -kInset, -2);
+        const QRectF words = withMargins(area.adjusted(0, 2, 0, -2), kInset, isCombo ? kInset + 16 : kInset);
         const bool isParagraph = area.height() > 2 * QFontMetricsF(painter.font()).height() + 4;
         if (isParagraph)
             painter.drawText(words, Qt::TextWordWrap | Qt::AlignTop | leadingSide(), text);
@@ -212,7 +216,7 @@ void paintTextField(NSView &view, QtCanvas &canvas, const ControlState &state) {
             painter.drawText(words, Qt::AlignVCenter | leadingSide(),
                              QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, words.width()));
     }
-    if (dynamic_cast<const NSComboBox *>(&field))
+    if (isCombo)
         paintChevron(painter, area);
     if (state.hasFocus)
         paintFocus(painter, area);
@@ -296,6 +300,11 @@ bool layerTurns(const NSView &view) {
     return false;
 }
 
+// A list shows the keyboard by its selection, a text by its caret.
+bool showsFocus(const NSView &view) {
+    return !dynamic_cast<const NSTableView *>(&view) && !dynamic_cast<const NSTextField *>(&view) && !dynamic_cast<const NSTextView *>(&view);
+}
+
 }  // namespace
 
 bool turnsByItself(NSView &view) {
@@ -308,6 +317,8 @@ void paintView(NSView &view, QtCanvas &canvas, const ControlState &state) {
     const auto painter = kPainters.find(typeid(view));
     if (painter == kPainters.end()) {
         turnsByItself(view) ? paintTurned(view, canvas, state) : view.displaySelf(canvas);
+        if (state.hasFocus && showsFocus(view))
+            paintFocus(canvas.painter(), areaOf(view));
         return;
     }
     canvas.painter().save();

@@ -41,10 +41,14 @@ public:
             text_ += c.category() == QChar::Other_Control && c != u'\n' ? QChar(0xFFFD) : c;
         text_ += u'\n';
     }
-    void show(QWidget *owner, const QString &file) const {
-        if (lines_ > 0)
-            showNotice(owner, QObject::tr("%1 was written by another program.").arg(file),
-                       QObject::tr("It was adapted for the import; your file is unchanged. The details say what could not be carried over."), text_);
+    // After the import, whose windows would cover it.
+    void show(const QString &file) const {
+        if (lines_ == 0)
+            return;
+        whenQuiet([file, text = text_] {
+            showNotice(nullptr, QObject::tr("%1 was written by another program.").arg(file),
+                       QObject::tr("It was adapted for the import; your file is unchanged. The details say what became of its parts."), text);
+        });
     }
 
 private:
@@ -61,9 +65,9 @@ public:
 };
 
 void refuse(QWidget *owner, const QString &file, const std::string &reason) {
-    showNotice(owner, QObject::tr("The file cannot be read."),
-               QObject::tr("Nothing of it was imported. Check the file, or export it anew from the program that wrote it."),
-               file + u'\n' + QString::fromStdString(reason));
+    showNotice(owner, QObject::tr("%1 cannot be read.").arg(file),
+               QString::fromStdString(reason) + u'\n' +
+                   QObject::tr("Nothing of it was imported. Check the file, or export it anew from the program that wrote it."));
 }
 
 std::unique_ptr<foreign::Handover> rewritten(const NSString &file, const NSString &scratch, QWidget *owner) {
@@ -81,7 +85,7 @@ std::unique_ptr<foreign::Handover> rewritten(const NSString &file, const NSStrin
             refuse(owner, qtString(file), "The file holds nothing to import.");
             return nullptr;
         }
-        report.show(owner, name);
+        report.show(name);
         return result;
     } catch (const FatalParseFailure &fatal) {
         refuse(owner, qtString(file), (fatal.line() ? "Line " + std::to_string(*fatal.line()) + ": " : "") + fatal.reason().str());

@@ -4,11 +4,18 @@
 
 #include <QString>
 
+#include <functional>
+
 class QWidget;
 
 namespace host {
 
-// `what` happened and `advice` what to do; empty details show no fold.
+// `what` happened and `advice` what to do; empty details show no fold. Without an owner it stands above the window in front.
 void showNotice(QWidget *owner, const QString &what, const QString &advice, const QString &details = {});
+
+// Does it, in the order asked for, once no window of a flow is left: what is shown below one cannot be seen nor closed.
+void whenQuiet(std::function<void()> action);
+// A window has gone, or its modal run has ended.
+void noteWindowEnded();
 
 }  // namespace host

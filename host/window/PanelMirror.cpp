@@ -12,12 +12,15 @@ namespace host {
 
 namespace {
 
+constexpr QSize kUsualSize(860, 540);   // names, sizes and times stand there whole
+
 // "All of them (*.csv *.vcf)", both cases, since names from phones have either.
 QStringList filtersOf(const NSSavePanel &panel) {
     QStringList patterns;
     std::vector<NSString> types = panel.allowedFileTypes;
     if (const NSString extra = extraFileType(panel); !extra.isNil())
         types.push_back(extra);
+    std::erase_if(types, [](const NSString &type) { return type.isEmpty(); });   // an empty one allows all
     for (const NSString &type : types) {
         const QString plain = qtString(type);
         patterns << QStringLiteral("*.") + plain.toLower() << QStringLiteral("*.") + plain.toUpper();
@@ -45,7 +48,7 @@ PanelMirror::PanelMirror(const std::shared_ptr<NSSavePanel> &panel, QWidget *own
         }
     } else {
         setFileMode(QFileDialog::AnyFile);
-        if (!panel->allowedFileTypes.empty())
+        if (!panel->allowedFileTypes.empty() && !panel->allowedFileTypes.front().isEmpty())
             setDefaultSuffix(qtString(panel->allowedFileTypes.front()));
     }
     setNameFilters(filtersOf(*panel));
@@ -59,6 +62,7 @@ PanelMirror::PanelMirror(const std::shared_ptr<NSSavePanel> &panel, QWidget *own
         selectFile(qtString(panel->nameFieldStringValue));
     setFilter(panel->showsHiddenFiles ? filter() | QDir::Hidden : filter());
     setWindowModality(Qt::ApplicationModal);
+    resize(kUsualSize);
 }
 
 void PanelMirror::done(int result) {

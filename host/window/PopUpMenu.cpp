@@ -55,11 +55,12 @@ void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSM
     }
 }
 
-std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPoint &globalPlace, QWidget *owner) {
+std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPoint &globalPlace, QWidget *owner, int leastWidth) {
     // Its owner may go while it is open, and takes it along.
     const QPointer<QMenu> native(new QMenu(owner));
     std::vector<std::shared_ptr<NSMenuItem>> entries;
     fillMenu(*native, *menu, entries);
+    native->setMinimumWidth(leastWidth);
     const QAction *chosen = native->exec(globalPlace);
     const std::size_t index = chosen ? static_cast<std::size_t>(chosen->data().toULongLong()) : entries.size();
     if (native)

@@ -17,6 +17,6 @@ namespace host {
 // submenu is filled as it opens: folders of strangers' phones may be nested ten thousand deep.
 void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSMenuItem>> &entries);
 // Shows the menu and returns what the person chose; null for none. The main queue goes on meanwhile.
-[[nodiscard]] std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPoint &globalPlace, QWidget *owner);
+[[nodiscard]] std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPoint &globalPlace, QWidget *owner, int leastWidth = 0);
 
 }  // namespace host

@@ -13,6 +13,7 @@
 #include "HNManagerPlugin/contracts/RVFoundation/FatalParseFailure.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "device/OpenError.h"
+#include "host/services/ExportPlaces.h"
 #include "host/services/HeicPicture.h"
 #include "host/window/Accessibility.h"
 #include "host/window/Categories.h"
@@ -29,6 +30,7 @@
 #include "toolkit/services/NSBundle.h"
 #include "toolkit/services/NSLog.h"
 #include "toolkit/views/NSApplication.h"
+#include "toolkit/views/SetAsideFile.h"
 
 namespace host {
 
@@ -115,11 +117,11 @@ void tellFailure(const char *what, const std::exception_ptr &failure) {
         std::rethrow_exception(failure);
     } catch (const FatalParseFailure &fatal) {
         const QString line = fatal.line() ? QObject::tr("Line %1: ").arg(*fatal.line()) : QString();
-        showNotice(QApplication::activeWindow(), QObject::tr("The file cannot be read."),
-                   QObject::tr("Nothing of it was imported. Check the file, or export it anew from the program that wrote it."),
-                   qtString(fatal.file()) + u'\n' + line + qtString(fatal.reason()));
+        showNotice(nullptr, QObject::tr("%1 cannot be read.").arg(qtString(fatal.file())),
+                   line + qtString(fatal.reason()) + u'\n' +
+                       QObject::tr("Nothing of it was imported. Check the file, or export it anew from the program that wrote it."));
     } catch (...) {
-        showNotice(QApplication::activeWindow(), QObject::tr("Something went wrong."),
+        showNotice(nullptr, QObject::tr("Something went wrong."),
                    QObject::tr("What was done so far is kept. Try it again."), QString::fromUtf8(what) + u'\n' + QString::fromUtf8(dispatch::reasonOf(failure)));
     }
 }
@@ -153,7 +155,7 @@ public:
         presenter_ = QtPresenter::install();
         const auto tellOnMain = [](const QString &what) {
             return [what](const std::string &reason) {
-                onMain([what, reason] { showNotice(QApplication::activeWindow(), what, QString::fromStdString(reason)); });
+                onMain([what, reason] { whenQuiet([=] { showNotice(nullptr, what, QString::fromStdString(reason)); }); });
             };
         };
         const auto refused = tellOnMain(QObject::tr("The device does not allow that now."));
@@ -183,6 +185,8 @@ public:
         if (shell_)
             shell_->close();
         presenter_->uninstall();
+        ExportPlaces::remove();
+        SetAsideFile::settleAll();
         services_->removeScratch();
         std::fflush(nullptr);
         std::_Exit(status);

@@ -4,6 +4,7 @@
 #include <QCursor>
 
 #include "host/window/ForeignFiles.h"
+#include "host/window/Notices.h"
 #include "host/window/PopUpMenu.h"
 #include "host/window/QtText.h"
 #include "host/window/ViewSurface.h"
@@ -89,7 +90,8 @@ WindowMirror *QtPresenter::ownerFor(const NSWindow &window) const {
 }
 
 QWidget *QtPresenter::topWidget() const {
-    if (QWidget *active = QApplication::activeWindow())
+    QWidget *active = QApplication::activeWindow();
+    if (active && active->windowType() != Qt::Popup)   // a menu goes, and takes what it owns along
         return active;
     for (const auto &window : NSApp()->orderedWindows())
         if (WindowMirror *mirror = mirrorOf(*window))
@@ -109,6 +111,7 @@ void QtPresenter::modalRunDidEnd(NSWindow &window) {
     }
     if (WindowMirror *mirror = mirrorOf(window))
         mirror->setModal(NSApp()->isModal(window));
+    noteWindowEnded();
 }
 
 void QtPresenter::windowDidClose(NSWindow &window) {
@@ -120,6 +123,7 @@ void QtPresenter::windowDidClose(NSWindow &window) {
         if (QWidget *notice = QApplication::activeModalWidget(); notice && !notice->isActiveWindow())
             notice->activateWindow();
     }, Qt::QueuedConnection);
+    noteWindowEnded();
 }
 
 void QtPresenter::panelDidOpen(NSSavePanel &panel) {

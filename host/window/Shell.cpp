@@ -10,6 +10,7 @@
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ActionRouter.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIWindow.h"
 #include "device/OpenError.h"
+#include "host/window/FailureNotices.h"
 #include "host/window/MainMenu.h"
 #include "host/window/Notices.h"
 #include "host/window/QtText.h"
@@ -63,6 +64,7 @@ void Shell::start(Services &services, const std::shared_ptr<QtPresenter> &presen
         throw PluginError("the plug-in has no main view");
     makeWindow();
     const std::weak_ptr<Shell> self = weakOf(this);
+    failures_ = FailureNotices::install(services.deviceLayer()->record());
     NSNotificationCenter::defaultCenter().addObserver_block(
         shared_from_this(), NMobileDeviceDisConnectionDidChangeNotification,
         [self](const std::shared_ptr<NSNotification> &) { tell(self, [](Shell &shell) { shell.deviceWentAway(); }); });
@@ -115,6 +117,9 @@ void Shell::windowWillClose(NSWindow &) {
 
 void Shell::close() {
     NSNotificationCenter::defaultCenter().removeObserver(this);
+    if (failures_)
+        failures_->remove();
+    failures_ = nullptr;
     main_ = nullptr;
     principal_ = nullptr;
     if (window_) {

@@ -21,6 +21,7 @@ class NSTableView;
 
 namespace host {
 
+class FailureNotices;
 class MainMenu;
 
 class Shell : public NSObject, public NSWindowDelegate {
@@ -80,6 +81,7 @@ private:
     std::shared_ptr<NSViewController> main_;
     std::shared_ptr<NSWindow> window_;
     std::unique_ptr<MainMenu> menu_;
+    std::shared_ptr<FailureNotices> failures_;
     std::filesystem::path folder_;
     std::int64_t chosen_ = 0;
     bool isClosed_ = false;

@@ -113,6 +113,12 @@ struct ViewSurface::Walk {
     std::vector<std::weak_ptr<NSView>> turning;
 };
 
+// A native part would shine through what lies over its view.
+bool ViewSurface::isCovered(const NSView &view, const QRectF &visible) const {
+    const auto hit = viewAt(visible.center());
+    return hit && !hit->isDescendantOf(view);
+}
+
 void ViewSurface::walkParts(const std::shared_ptr<NSView> &view, const QPointF &corner, const QRectF &clip, Walk &walk) {
     if (view->isHidden())
         return;
@@ -122,7 +128,7 @@ void ViewSurface::walkParts(const std::shared_ptr<NSView> &view, const QPointF &
         return;
     if (turnsByItself(*view))
         walk.turning.push_back(view);
-    if (const NativeKind *kind = nativeKindOf(*view); kind && kind->isWanted(*view)) {
+    if (const NativeKind *kind = nativeKindOf(*view); kind && kind->isWanted(*view) && !isCovered(*view, visible)) {
         walk.met.insert(view.get());
         Part &part = parts_[view.get()];
         if (!part.part || part.view.lock() != view)
@@ -228,11 +234,19 @@ void ViewSurface::send(const std::shared_ptr<NSEvent> &event) {
         window->sendEvent(event);
 }
 
-void ViewSurface::sendKey(const QKeyEvent &event) {
+// The list of a combo box opens by Down, where nothing can be typed by the space bar, too.
+bool ViewSurface::opensComboList(const QKeyEvent &event) {
     const auto combo = window() ? std::dynamic_pointer_cast<NSComboBox>(window()->firstResponder()) : nullptr;
-    if (combo && combo->isEnabled() && event.type() == QEvent::KeyPress && event.key() == Qt::Key_Down)
-        return popUpComboList(*this, combo, rectOf(*combo));
-    send(keyEventOf(event));
+    const bool isAsked = event.key() == Qt::Key_Down || (event.key() == Qt::Key_Space && combo && !combo->isEditable());
+    if (!combo || !isAsked || event.type() != QEvent::KeyPress || !combo->isEnabled())
+        return false;
+    popUpComboList(*this, combo, rectOf(*combo));
+    return true;
+}
+
+void ViewSurface::sendKey(const QKeyEvent &event) {
+    if (!opensComboList(event))
+        send(keyEventOf(event));
 }
 
 namespace {

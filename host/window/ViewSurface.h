@@ -93,9 +93,11 @@ private:
     void send(const std::shared_ptr<NSEvent> &event);
     void press(const QMouseEvent &event, int clickCount);
     bool pressedOnComboArrow(const QPointF &point);
+    bool opensComboList(const QKeyEvent &event);
     void trackMouse();
     void chooseCursor(const QPointF &point);
     void paint(NSView &view, const QPointF &corner, QtCanvas &canvas, const QRectF &part);
+    [[nodiscard]] bool isCovered(const NSView &view, const QRectF &visible) const;
     void walkParts(const std::shared_ptr<NSView> &view, const QPointF &corner, const QRectF &clip, Walk &walk);
 
     std::weak_ptr<NSWindow> window_;

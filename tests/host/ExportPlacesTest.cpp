@@ -47,10 +47,16 @@ protected:
     std::string warnings_;
 };
 
-TEST_F(ExportPlacesTest, placesThatCommandsTakeAreGivenAsTheyAre) {
-    EXPECT_EQ(choose("xls", folder_.path() / "a.xls"), folder_.path() / "a.xls");
-    EXPECT_EQ(choose("", folder_.path() / "my files/page"), folder_.path() / "my files/page") << "a page's commands quote";
-    EXPECT_EQ(choose("vcf", folder_.path() / "my files/a.vcf"), folder_.path() / "my files/a.vcf") << "no command takes it";
+TEST_F(ExportPlacesTest, othersThanMessagesAreWrittenWhereThePersonSaid) {
+    for (const char *type : {"vcf", "csv", "html"})
+        EXPECT_EQ(choose(type, folder_.path() / "my files/a.x"), folder_.path() / "my files/a.x") << type;
+    EXPECT_NE(choose("xls", folder_.path() / "a.xls"), folder_.path() / "a.xls");
+    EXPECT_NE(choose("", folder_.path() / "page"), folder_.path() / "page");
+}
+
+TEST_F(ExportPlacesTest, aPrivatePlaceBearsThePersonsName) {
+    const fs::path wanted = folder_.path() / "my files/a.xls", given = choose("xls", wanted);
+    EXPECT_EQ(ExportPlaces::forPeople(NSString(given.string() + ": no room")), NSString(wanted.string() + ": no room"));
 }
 
 TEST_F(ExportPlacesTest, aTableIsMovedFromItsPrivatePlaceWithWhatLiesBesideIt) {

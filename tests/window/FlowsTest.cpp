@@ -1,10 +1,18 @@
 // Whole flows in the program's window: import, cancelling, sorting, ticking, the device that goes away.
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QTimer>
+
+#include <sys/resource.h>
+
+#include <csignal>
 
 #include "device/FileTree.h"
 #include "host/window/Accessibility.h"
+#include "host/window/PanelMirror.h"
 #include "tests/window/ShellFixture.h"
 #include "toolkit/views/NSProgressIndicator.h"
 #include "toolkit/views/NSScrollView.h"
@@ -47,12 +55,32 @@ protected:
             menu->close();
         });
     }
-    std::vector<std::string> notices() {
+    std::vector<std::string> notices(const char *part = "text") {
         std::vector<std::string> texts;
         for (QWidget *box : QApplication::topLevelWidgets())
             if (box->inherits("QMessageBox") && box->isVisible())
-                texts.push_back(box->property("text").toString().toStdString());
+                texts.push_back(box->property(part).toString().toStdString());
         return texts;
+    }
+    // The entry of the export button's menu, then this file in the save panel, yes to replacing, and the result's left button.
+    void exportTo(int entry, const std::filesystem::path &file) {
+        const auto isAsked = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };
+        world.once([this] { return world.presenter().openPanel() != nullptr; }, [this, file, isAsked] {
+            if (std::filesystem::exists(file))
+                world.once(isAsked, [isAsked] { isAsked()->button(QMessageBox::Yes)->click(); });
+            auto *name = world.presenter().openPanel()->findChild<QLineEdit *>();
+            name->setText(QString::fromStdString(file.string()));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        world.once([] { return modalButton("leftButton") != nullptr; }, [this] { world.click(*modalButton("leftButton")); });
+        QTimer::singleShot(0, [entry] {
+            QWidget *menu = QApplication::activePopupWidget();
+            ASSERT_NE(menu, nullptr);
+            for (int i = 0; i <= entry; ++i)
+                QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        world.click(*shell->buttonNamed("ExportButton"));
     }
     void closeNotices() {
         for (QWidget *box : QApplication::topLevelWidgets())
@@ -157,6 +185,54 @@ TEST_F(Flows, anotherDeviceDuringAModalQuestionTakesItsPlaceAfterwards) {
     EXPECT_EQ(surface->parentWidget()->windowTitle(), "Other Phone");
     show(host::kContactsCategory);
     EXPECT_TRUE(!shell->list() || shell->list()->numberOfRows() == 0);
+}
+
+// On a disk that fills up on the way.
+TEST_F(Flows, aFailedExportLeavesWhatStoodThereAndIsTold) {
+    whenDoneClose();
+    drop(cards(300));
+    const auto folder = folders.path() / "out";
+    std::filesystem::create_directory(folder);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto old = std::signal(SIGXFSZ, SIG_IGN);
+    const char *names[] = {"people.vcf", "people.csv"};   // in the order of the menu
+    for (const int entry : {0, 1})
+        for (const char *stood : {"", "old"}) {
+            const auto file = folder / names[entry];
+            if (*stood)
+                std::ofstream(file) << stood;
+            shell->selectAll();
+            constexpr rlim_t kRoom = 8192;   // the settings fit
+            const rlimit small{kRoom, before.rlim_max};
+            setrlimit(RLIMIT_FSIZE, &small);
+            exportTo(entry, file);
+            EXPECT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
+            setrlimit(RLIMIT_FSIZE, &before);
+            const auto reasons = notices("informativeText");
+            EXPECT_TRUE(reasons.size() == 1 && reasons[0].starts_with(file.string() + ": ")) << testing::PrintToString(reasons);
+            closeNotices();
+            std::ifstream left(file);
+            EXPECT_EQ(std::string(std::istreambuf_iterator<char>(left), {}), stood) << file;
+            const std::filesystem::directory_iterator all(folder), end;
+            EXPECT_EQ(std::distance(all, end), *stood ? 1 : 0) << file;
+            std::filesystem::remove(file);
+        }
+    std::signal(SIGXFSZ, old);
+}
+
+TEST_F(Flows, whatAForeignFileLosesIsToldAfterItsImport) {
+    const auto file = folders.path() / "people.csv";
+    std::ofstream(file) << "First Name;Last Name;Mobile Phone;Shoe Size\nAda;King;+44 20 1;39\n";
+    world.once([] { return doneButton() != nullptr; }, [this] {
+        EXPECT_TRUE(notices().empty()) << "below the modal window";
+        keyInModal(Qt::Key_Return);
+    });
+    drop(file);
+    ASSERT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
+    EXPECT_EQ(notices().front(), "people.csv was written by another program.");
+    EXPECT_NE(notices("detailedText").front().find("Shoe Size"), std::string::npos) << notices("detailedText").front();
+    closeNotices();
 }
 
 TEST_F(Flows, theSizeIsRememberedForTheNextStart) {

@@ -5,6 +5,7 @@
 
 #include "host/window/Accessibility.h"
 #include "tests/window/ShellFixture.h"
+#include "toolkit/views/NSComboBox.h"
 
 namespace {
 
@@ -138,6 +139,64 @@ TEST_F(Keys, tabGoesRoundThroughSearchAndListAndBack) {
     const auto before = std::dynamic_pointer_cast<NSView>(shell->window()->firstResponder());
     ASSERT_FALSE(way.empty());
     EXPECT_EQ(host::accessibleNameOf(*before), way.back());
+}
+
+// From field to field of the editor, no stop without a control; its caret stands in the first field.
+TEST_F(Keys, tabGoesThroughTheEditorsFields) {
+    std::string way;
+    world.once([] { return NSApp()->modalWindow() && NSApp()->modalWindow()->isVisible() && dispatch::waitingMainBlocks() == 0; }, [&] {
+        const auto window = NSApp()->modalWindow();
+        const auto focus = [&] { return std::dynamic_pointer_cast<NSView>(window->firstResponder()); };
+        for (int i = 0; i < 11 && focus(); ++i) {
+            way += focus()->identifier().str() + " ";
+            press(Qt::Key_Tab);
+        }
+        window->performClose();
+    });
+    shell->press("NewContactButton");
+    EXPECT_EQ(way, "first last company phone1 phone2 email1 email2 note GroupList Cancel Picture ");
+}
+
+TEST_F(Keys, pagesOfAConversationScroll) {
+    show(6);
+    const auto table = std::dynamic_pointer_cast<NSTableView>(shell->window()->contentView()->viewWithIdentifier("ConversationTable"));
+    ASSERT_NE(table, nullptr);
+    shell->window()->makeFirstResponder(table);
+    world.serve();
+    const auto top = [&] { return table->visibleRect().minY(); };
+    const double end = top();   // a conversation shows its newest message first
+    ASSERT_GT(end, 0);
+    struct {
+        Qt::Key key;
+        bool isEnd;
+    } rows[] = {{Qt::Key_Home, false}, {Qt::Key_End, true}, {Qt::Key_Up, false}, {Qt::Key_Down, true}, {Qt::Key_PageUp, false}, {Qt::Key_PageDown, true}};
+    for (const auto &[key, isEnd] : rows) {
+        press(key);
+        EXPECT_EQ(top() == end, isEnd) << key;
+    }
+}
+
+TEST_F(Keys, theSpaceBarOpensTheNamesOfTheMergeWindow) {
+    std::string name;
+    world.once([] { return modalButton("Merge") != nullptr && dispatch::waitingMainBlocks() == 0; }, [&] {
+        const auto window = NSApp()->modalWindow();
+        const auto combo = [&] { return std::dynamic_pointer_cast<NSComboBox>(window->firstResponder()); };
+        for (int i = 0; i < 40 && !combo(); ++i)
+            press(Qt::Key_Tab);
+        ASSERT_NE(combo(), nullptr);
+        pictureOfModal("merge-names");
+        QTimer::singleShot(0, [] {
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+        });
+        press(Qt::Key_Space);
+        name = combo()->stringValue().str();
+        window->performClose();
+    });
+    shell->press("DuplicateButton");
+    world.until([&] { return !name.empty() && !NSApp()->modalWindow(); }, "the merge window's end");
+    EXPECT_EQ(name, "Lena Fischer");
 }
 
 TEST_F(Keys, enterPressesTheDefaultButtonOfADialogAndOfAFinishedProgress) {
