@@ -25,10 +25,6 @@ bool takes(const NSSavePanel &panel, const char *type) {
     return std::ranges::any_of(panel.allowedFileTypes, [&](const NSString &allowed) { return allowed.isEqualIgnoringCase(type); });
 }
 
-bool takesContacts(const NSSavePanel &panel) {
-    return dynamic_cast<const NSOpenPanel *>(&panel) && takes(panel, "vcf") && takes(panel, "csv");
-}
-
 // What a rewriting says, as long as a person would scroll.
 class Report {
 public:
@@ -96,6 +92,10 @@ std::unique_ptr<foreign::Handover> rewritten(const NSString &file, const NSStrin
 }
 
 }  // namespace
+
+bool takesContacts(const NSSavePanel &panel) {
+    return dynamic_cast<const NSOpenPanel *>(&panel) && takes(panel, "vcf") && takes(panel, "csv");
+}
 
 std::vector<NSString> handedOver(const NSSavePanel &panel, const std::vector<NSString> &files, QWidget *owner) {
     const NSString scratch = userFolders().applicationSupport;

@@ -14,6 +14,9 @@ class QWidget;
 
 namespace host {
 
+// An open panel that asks for files of contacts.
+[[nodiscard]] bool takesContacts(const NSSavePanel &panel);
+
 // What the panel is to get instead of these files; empty where one of them is broken. The same files for a panel that takes no
 // files of contacts, or while the program has no folder of its own for rewritten ones.
 [[nodiscard]] std::vector<NSString> handedOver(const NSSavePanel &panel, const std::vector<NSString> &files, QWidget *owner);

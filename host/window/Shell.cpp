@@ -14,6 +14,7 @@
 #include "host/window/MainMenu.h"
 #include "host/window/Notices.h"
 #include "host/window/QtText.h"
+#include "host/window/RepeatNotices.h"
 #include "host/window/ViewSurface.h"
 #include "toolkit/dispatch/Guard.h"
 #include "toolkit/services/NSNotificationCenter.h"
@@ -64,6 +65,7 @@ void Shell::start(Services &services, const std::shared_ptr<QtPresenter> &presen
         throw PluginError("the plug-in has no main view");
     makeWindow();
     const std::weak_ptr<Shell> self = weakOf(this);
+    repeats_ = RepeatNotices::install([this] { return categoryModel(); }, [this] { return hasLoaded(); });
     failures_ = FailureNotices::install(services.deviceLayer()->record());
     NSNotificationCenter::defaultCenter().addObserver_block(
         shared_from_this(), NMobileDeviceDisConnectionDidChangeNotification,
@@ -119,7 +121,10 @@ void Shell::close() {
     NSNotificationCenter::defaultCenter().removeObserver(this);
     if (failures_)
         failures_->remove();
+    if (repeats_)
+        repeats_->remove();
     failures_ = nullptr;
+    repeats_ = nullptr;
     main_ = nullptr;
     principal_ = nullptr;
     if (window_) {
@@ -147,6 +152,12 @@ id Shell::categoryManager() const {
     const auto view = categoryView();
     const auto controller = view ? view->nextResponder() : nullptr;
     return controller ? controller->valueForKey("viewManager").object() : nullptr;
+}
+
+id Shell::categoryModel() const {
+    const auto view = categoryView();
+    const auto controller = view ? view->nextResponder() : nullptr;
+    return controller ? controller->valueForKey("viewModel").object() : nullptr;
 }
 
 bool Shell::hasLoaded() const {

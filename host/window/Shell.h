@@ -23,6 +23,7 @@ namespace host {
 
 class FailureNotices;
 class MainMenu;
+class RepeatNotices;
 
 class Shell : public NSObject, public NSWindowDelegate {
 public:
@@ -69,6 +70,7 @@ public:
 private:
     [[nodiscard]] std::shared_ptr<NSView> categoryView() const;
     [[nodiscard]] id categoryManager() const;
+    [[nodiscard]] id categoryModel() const;
     void makeWindow();
     bool endSearch();
     void showDevice();
@@ -82,6 +84,7 @@ private:
     std::shared_ptr<NSWindow> window_;
     std::unique_ptr<MainMenu> menu_;
     std::shared_ptr<FailureNotices> failures_;
+    std::shared_ptr<RepeatNotices> repeats_;
     std::filesystem::path folder_;
     std::int64_t chosen_ = 0;
     bool isClosed_ = false;

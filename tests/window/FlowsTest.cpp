@@ -235,6 +235,18 @@ TEST_F(Flows, whatAForeignFileLosesIsToldAfterItsImport) {
     closeNotices();
 }
 
+TEST_F(Flows, anImportThatRepeatsContactsSaysSo) {
+    for (const bool isSecond : {false, true}) {
+        whenDoneClose();
+        drop(cards(3));
+        if (isSecond) {
+            ASSERT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
+        }
+        EXPECT_EQ(notices(), isSecond ? std::vector<std::string>{"3 of the 3 new contacts repeat one that was there."} : std::vector<std::string>());
+    }
+    closeNotices();
+}
+
 TEST_F(Flows, theSizeIsRememberedForTheNextStart) {
     surface->parentWidget()->resize(900, 600);
     world.serve();
