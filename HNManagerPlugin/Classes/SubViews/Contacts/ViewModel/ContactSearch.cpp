@@ -1,5 +1,8 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactSearch.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace {
 
 constexpr char kBetweenTexts = '\xFF';
@@ -28,52 +31,40 @@ bool standsUnchanged(const ZpContactDataInfo &contact, const std::vector<NSStrin
     return same;
 }
 
-}   // namespace
-
-// Nobody derives from a contact; a dynamic cast of every row at every key would cost a third of the search.
-const ZpContactDataInfo *ContactSearch::contactOf(const id &row) {
-    return row->isMemberOf<ZpContactDataInfo>() ? static_cast<const ZpContactDataInfo *>(row.get()) : nullptr;
-}
-
-void ContactSearch::fetchAhead(const NSArray &rows, std::size_t at) const {
-    constexpr std::size_t kStep = 16;   // rows between one link of the chain and the next
-    const auto fetch = [](const auto *place) { __builtin_prefetch(place); };
-    if (at + 3 * kStep < rows.count())
-        fetch(rows.items()[at + 3 * kStep].get());
-    if (at + 2 * kStep < rows.count())
-        if (const auto *contact = contactOf(rows.items()[at + 2 * kStep])) {
-            fetch(&contact->completeName());
-            fetch(&contact->phone_numbers());
-        }
-    if (at + kStep < rows.count())
-        if (const auto *contact = contactOf(rows.items()[at + kStep])) {
-            fetch(contact->phone_numbers().data());
-            fetch(contact->emails().data());
-        }
-    if (next_ + kStep < known_.size()) {
-        fetch(known_[next_ + kStep].sources.data());
-        fetch(known_[next_ + kStep].text.data());
-    }
-}
-
-void ContactSearch::setText(const NSString &text) {
-    folded_ = text.folded();
-    if (next_ > 0)
-        known_.resize(next_);   // what the last walk did not come to has gone
-    next_ = 0;
-}
-
-bool ContactSearch::matches(const ZpContactDataInfo &contact) {
-    if (next_ == known_.size())
-        known_.emplace_back();
-    Folded &known = known_[next_++];
-    if (known.contact != &contact || !standsUnchanged(contact, known.sources)) {
-        known = {&contact, {}, {}};
-        visitSearched(contact, [&](const NSString &text) {
-            known.sources.push_back(text);
-            known.text.append(text.folded().view()) += kBetweenTexts;
+bool holds(const ZpContactDataInfo &contact, std::vector<NSString> &sources, std::string &text, std::string_view part) {
+    if (!standsUnchanged(contact, sources)) {
+        sources.clear();
+        text.clear();
+        visitSearched(contact, [&](const NSString &source) {
+            sources.push_back(source);
+            text.append(source.folded().view()) += kBetweenTexts;
             return true;
         });
     }
-    return known.text.find(folded_.view()) != std::string::npos;
+    return text.find(part) != std::string::npos;
+}
+
+}   // namespace
+
+void ContactSearch::meet(const NSArray::Items &rows) {
+    const auto stands = [&](const Folded &one) { return rows[one.place].get() == one.row; };
+    if (known_.size() == rows.size() && std::ranges::all_of(known_, stands))
+        return;
+    known_.clear();
+    known_.resize(rows.size());
+    for (std::size_t place = 0; place < rows.size(); ++place) {
+        known_[place].row = rows[place].get();
+        known_[place].place = place;
+    }
+    std::ranges::sort(known_, std::less<>(), &Folded::row);
+}
+
+std::vector<bool> ContactSearch::matching(const NSString &text, const NSArray &rows) {
+    meet(rows.items());
+    const NSString folded = text.folded();
+    std::vector<bool> matches(rows.count());
+    for (Folded &one : known_)   // nobody derives from a contact; a dynamic cast of every row would cost a third of the search
+        if (one.row->isMemberOf<ZpContactDataInfo>())
+            matches[one.place] = holds(static_cast<const ZpContactDataInfo &>(*one.row), one.sources, one.text, folded.view());
+    return matches;
 }

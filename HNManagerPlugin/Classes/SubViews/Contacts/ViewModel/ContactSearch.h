@@ -1,12 +1,12 @@
-// Whether a contact holds a text in its name, a number or an e-mail, ignoring case: on the raw texts, none across two.
+// Which contacts of a list hold a text in their name, a number or an e-mail, ignoring case: on the raw texts, none across two.
 //
-// Use      setText, then `matches` for every contact of the list, from first to last.
-// Cost     a contact is folded once, as long as the list keeps its order; each look-up compares its texts with those that
+// Cost     a contact is folded once, as long as the list stays the same; each search compares its texts with those that
 //          were folded, so that a changed contact is folded anew without anybody saying so.
 // Threads  one at a time.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
@@ -14,23 +14,17 @@
 
 class ContactSearch {
 public:
-    // `text` is not empty.
-    void setText(const NSString &text);
-    [[nodiscard]] bool matches(const ZpContactDataInfo &contact);
-    // Null for a row that is none.
-    [[nodiscard]] static const ZpContactDataInfo *contactOf(const id &row);
-    // Called before each `matches`, with the place of its row: most of a search is waiting for memory, so what the next rows
-    // will ask for is fetched ahead.
-    void fetchAhead(const NSArray &rows, std::size_t at) const;
+    // By the place of the row; false for a row that is no contact. `text` is not empty.
+    [[nodiscard]] std::vector<bool> matching(const NSString &text, const NSArray &rows);
 
 private:
     struct Folded {
-        const ZpContactDataInfo *contact = nullptr;
+        const NSObject *row = nullptr;
+        std::size_t place = 0;
         std::vector<NSString> sources;
         std::string text;   // of all sources, parted by a byte that no text has
     };
-    NSString folded_;
-    // In the order of the walk: a look-up by key would cost more than the search itself.
+    void meet(const NSArray::Items &rows);
+    // In the order in which the records lie in memory: a search is mostly waiting for it.
     std::vector<Folded> known_;
-    std::size_t next_ = 0;
 };

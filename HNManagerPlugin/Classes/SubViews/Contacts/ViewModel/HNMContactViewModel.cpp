@@ -209,12 +209,8 @@ void HNMContactViewModel::storeNotedSelections() {
 
 bool HNMContactViewModel::searchFileByString(const NSString &text) {
     storeNotedSelections();
-    search_.setText(text);
-    return searchRows(text, [this, rows = globalArray->snapshot(), at = std::size_t(0)](const id &row) mutable {
-        search_.fetchAhead(rows, at++);
-        const auto *contact = ContactSearch::contactOf(row);
-        return contact && search_.matches(*contact);
-    });
+    const std::vector<bool> matches = text.isEmpty() ? std::vector<bool>() : search_.matching(text, globalArray->snapshot());
+    return searchRows(text, [&, place = std::size_t(0)](const id &) mutable { return matches[place++]; });
 }
 
 // ---------------------------------------------------------------- import
