@@ -48,8 +48,10 @@ protected:
 };
 
 TEST_F(ExportPlacesTest, othersThanMessagesAreWrittenWhereThePersonSaid) {
-    for (const char *type : {"vcf", "csv", "html"})
-        EXPECT_EQ(choose(type, folder_.path() / "my files/a.x"), folder_.path() / "my files/a.x") << type;
+    for (const char *type : {"vcf", "csv", "html"}) {
+        const fs::path wanted = folder_.path() / "my files" / (std::string("a.") + type);
+        EXPECT_EQ(choose(type, wanted), wanted);
+    }
     EXPECT_NE(choose("xls", folder_.path() / "a.xls"), folder_.path() / "a.xls");
     EXPECT_NE(choose("", folder_.path() / "page"), folder_.path() / "page");
 }
