@@ -3,6 +3,7 @@
 #include "HNManagerPlugin/contracts/RVUIKit/RUIDialogWindowController.h"
 #include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
 #include "host/services/PrivateTarget.h"
+#include "toolkit/services/SystemCommand.h"
 #include "toolkit/views/NSSavePanel.h"
 #include "toolkit/views/SetAsideFile.h"
 #include "toolkit/views/ViewObserver.h"
@@ -27,6 +28,10 @@ public:
         if (asksFor(kBookmarks))
             bookmarks_ = path;
         if (!isPage && !asksFor(kTable))
+            return {};
+        // A private place is handed on as it is: its folder is a link without difficult characters.
+        const bool isTaken = isPage ? SystemCommand::isQuotable(path) : SystemCommand::isPlain(path);
+        if (std::error_code error; isTaken && fs::is_symlink(fs::path(path.str()).parent_path(), error))
             return {};
         target_ = std::make_unique<PrivateTarget>(fs::path(path.str()), isPage ? "Messages" : "Messages.xls");
         replaces_ = replaces;
