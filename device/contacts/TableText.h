@@ -16,6 +16,7 @@
 #include <string>
 
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
+#include "device/contacts/TableColumns.h"
 
 namespace device::contacts {
 
@@ -27,8 +28,7 @@ public:
     void appendRow(std::string &to, const ZpContactDataInfo &contact) const;
 
 private:
-    static constexpr std::size_t kGroups = 7;
-    std::size_t most_[kGroups] = {};   // groups of each kind
+    GroupCounts most_{};
 };
 
 }  // namespace device::contacts

@@ -7,37 +7,17 @@ namespace host::foreign {
 
 namespace {
 
+using namespace device::contacts;
+
 using Contact = ForeignContact;
 
-struct Plain {
-    std::string_view heading;
-    std::string Contact::*text;
+// As kPlainHeadings.
+constexpr std::string Contact::*kPlainTexts[] = {
+    &Contact::firstName, &Contact::firstNameYomi, &Contact::middleName, &Contact::middleNameYomi, &Contact::lastName, &Contact::lastNameYomi,
+    &Contact::nickname, &Contact::nameTitle, &Contact::nameSuffix, &Contact::birthday, &Contact::notes,
+    &Contact::company, &Contact::department, &Contact::jobTitle,
 };
-constexpr Plain kPlain[] = {
-    {"Given Name", &Contact::firstName},
-    {"Given Name Yomi", &Contact::firstNameYomi},
-    {"Additional Name", &Contact::middleName},
-    {"Additional Name Yomi", &Contact::middleNameYomi},
-    {"Family Name", &Contact::lastName},
-    {"Family Name Yomi", &Contact::lastNameYomi},
-    {"Nickname", &Contact::nickname},
-    {"Name Prefix", &Contact::nameTitle},
-    {"Name Suffix", &Contact::nameSuffix},
-    {"Birthday", &Contact::birthday},
-    {"Notes", &Contact::notes},
-    {"Organization 1 - Name", &Contact::company},
-    {"Organization 1 - Department", &Contact::department},
-    {"Organization 1 - Title", &Contact::jobTitle},
-};
-
-struct Group {
-    std::string_view word;
-    std::vector<std::string_view> parts;   // behind the type
-};
-const Group kGroupHeadings[] = {
-    {"Phone", {"Value"}}, {"E-mail", {"Value"}}, {"Address", {"Postal Code", "Country", "Region", "City", "Street"}},
-    {"Website", {"Value"}}, {"IM", {"Service", "Value"}}, {"Relation", {"Value"}}, {"Event", {"Value"}},
-};
+static_assert(std::size(kPlainTexts) == std::size(kPlainHeadings));
 
 // The texts of a group's items, the type first.
 using Items = std::vector<std::vector<const std::string *>>;
@@ -56,15 +36,6 @@ Items itemsOf(const Contact &c, std::size_t group) {
     return items;
 }
 
-// Bytes at `at` at which some reader ends a line; 0 without one.
-std::size_t breakAt(std::string_view text, std::size_t at) {
-    const char c = text[at];
-    if (c >= '\n' && c <= '\r')
-        return 1;
-    const std::string_view rest = text.substr(at, 3);
-    return rest.starts_with("\xC2\x85") ? 2 : rest == "\xE2\x80\xA8" || rest == "\xE2\x80\xA9" ? 3 : 0;
-}
-
 constexpr std::string_view kMarks[] = {"&^HJ", "&^DouHao"};
 
 class Cells {
@@ -76,7 +47,7 @@ public:
         const bool isQuoted = text.find_first_of(",\"") != std::string::npos;
         to_.append(isQuoted ? "\"" : "");
         for (std::size_t at = 0; at < text.size();) {
-            const std::size_t length = breakAt(text, at);
+            const std::size_t length = lineBreakAt(text, at);
             if (length > 0)
                 to_.append("\\n");
             else
@@ -114,7 +85,7 @@ private:
         std::string out;
         bool isChanged = false;
         for (std::size_t at = 0; at < text.size();) {
-            const std::size_t length = breakAt(text, at);
+            const std::size_t length = lineBreakAt(text, at);
             isChanged = isChanged || length > 0;
             length > 0 ? out.append(", ") : out.append(1, text[at]);
             at += std::max<std::size_t>(length, 1);
@@ -139,9 +110,9 @@ constexpr std::string_view kFront = "\".\",,";   // the two cells in front
 
 void TableWriter::measure(const ForeignContact &contact) {
     std::size_t size = kFront.size();
-    for (const Plain &plain : kPlain)
-        size += (contact.*plain.text).size() + 1;
-    for (std::size_t group = 0; group < kGroups; ++group) {
+    for (const auto text : kPlainTexts)
+        size += (contact.*text).size() + 1;
+    for (std::size_t group = 0; group < most_.size(); ++group) {
         const Items items = itemsOf(contact, group);
         most_[group] = std::max(most_[group], items.size());
         for (const auto &item : items)
@@ -155,8 +126,8 @@ void TableWriter::measure(const ForeignContact &contact) {
 
 bool TableWriter::fits(std::size_t bytes) const {
     constexpr std::size_t kMostRow = 102'000, kMostHeading = 10'000, kHeadingBytes = 24, kSlack = 1 << 16;
-    std::size_t columns = std::size(kPlain) + 3;
-    for (std::size_t group = 0; group < kGroups; ++group)
+    std::size_t columns = std::size(kPlainTexts) + 3;
+    for (std::size_t group = 0; group < most_.size(); ++group)
         columns += most_[group] * (1 + kGroupHeadings[group].parts.size());
     // Escapes double a text at most, a quote takes three bytes instead of one.
     return !hasPicture_ && 3 * longest_ + columns < kMostRow && columns * kHeadingBytes < kMostHeading && rows_ * columns < 2 * bytes + kSlack;
@@ -164,24 +135,16 @@ bool TableWriter::fits(std::size_t bytes) const {
 
 void TableWriter::appendHeading(std::string &to) const {
     to.append("Row,Row 2,");
-    for (const Plain &plain : kPlain)
-        to.append(plain.heading).append(",");
-    for (std::size_t group = 0; group < kGroups; ++group)
-        for (std::size_t number = 1; number <= most_[group]; ++number) {
-            const std::string front = std::string(kGroupHeadings[group].word) + " " + std::to_string(number) + " - ";
-            to.append(front).append("Type,");
-            for (const std::string_view part : kGroupHeadings[group].parts)
-                to.append(front).append(part).append(",");
-        }
+    appendHeadings(to, most_);
     to.append("End of Row\n");
 }
 
 void TableWriter::appendRow(std::string &to, ForeignContact &contact) const {
     to.append(kFront);
     Cells cells(to, contact);
-    for (const Plain &plain : kPlain)
-        cells.plain(contact.*plain.text);
-    for (std::size_t group = 0; group < kGroups; ++group) {
+    for (const auto text : kPlainTexts)
+        cells.plain(contact.*text);
+    for (std::size_t group = 0; group < most_.size(); ++group) {
         const Items items = itemsOf(contact, group);
         for (const auto &item : items) {
             cells.type(*item.front());

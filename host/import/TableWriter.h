@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 
+#include "device/contacts/TableColumns.h"
 #include "host/import/ForeignContact.h"
 
 namespace host::foreign {
@@ -26,8 +27,7 @@ public:
     void appendRow(std::string &to, ForeignContact &contact) const;
 
 private:
-    static constexpr std::size_t kGroups = 7;
-    std::size_t most_[kGroups] = {};
+    device::contacts::GroupCounts most_{};
     std::size_t longest_ = 0, rows_ = 0;
     bool hasPicture_ = false;
 };

@@ -253,37 +253,14 @@ void NSArrayController::remove(const id &) { removeObjectsAtArrangedObjectIndexe
 
 // ---------------------------------------------------------------- telling
 
-std::vector<std::shared_ptr<NSArrayControllerObserver>> NSArrayController::observers() {
-    std::vector<std::shared_ptr<NSArrayControllerObserver>> living;
-    std::erase_if(observers_, [&living](const auto &link) {
-        if (auto observer = link.lock()) {
-            living.push_back(std::move(observer));
-            return false;
-        }
-        return true;
-    });
-    return living;
-}
-
 void NSArrayController::finishChange(const ListChange &change, bool selectionChanged) {
-    for (const auto &observer : observers())
-        observer->arrangedObjectsDidChange(*this, change);
+    observers_.tell([&](auto &observer) { observer.arrangedObjectsDidChange(*this, change); });
     if (selectionChanged)
         tellSelection();
 }
 
 void NSArrayController::tellSelection() {
-    for (const auto &observer : observers())
-        observer->selectionIndexesDidChange(*this);
-}
-
-void NSArrayController::addObserver(const std::shared_ptr<NSArrayControllerObserver> &observer) {
-    removeObserver(observer.get());
-    observers_.push_back(observer);
-}
-
-void NSArrayController::removeObserver(const NSArrayControllerObserver *observer) {
-    std::erase_if(observers_, [observer](const auto &link) { return link.expired() || link.lock().get() == observer; });
+    observers_.tell([&](auto &observer) { observer.selectionIndexesDidChange(*this); });
 }
 
 // ---------------------------------------------------------------- checking

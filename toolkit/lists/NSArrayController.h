@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "toolkit/NSObject.h"
+#include "toolkit/lists/ControllerObservers.h"
 #include "toolkit/lists/ListChange.h"
 #include "toolkit/lists/NSArray.h"
 #include "toolkit/lists/NSMutableArray.h"
@@ -89,8 +90,8 @@ public:
     [[nodiscard]] bool selectsInsertedObjects() const { return selectsInsertedObjects_; }
     void setSelectsInsertedObjects(bool flag) { selectsInsertedObjects_ = flag; }
 
-    void addObserver(const std::shared_ptr<NSArrayControllerObserver> &observer);
-    void removeObserver(const NSArrayControllerObserver *observer);
+    void addObserver(const std::shared_ptr<NSArrayControllerObserver> &observer) { observers_.add(observer); }
+    void removeObserver(const NSArrayControllerObserver *observer) { observers_.remove(observer); }
 
     // "rows 3 selection {0-1}"
     [[nodiscard]] std::string toString() const;
@@ -109,7 +110,6 @@ private:
     bool takeSelection(NSIndexSet selection);
     void finishChange(const ListChange &change, bool selectionChanged);
     void tellSelection();
-    [[nodiscard]] std::vector<std::shared_ptr<NSArrayControllerObserver>> observers();
 
     std::shared_ptr<NSMutableArray> content_;
     ContentSource source_;
@@ -122,5 +122,5 @@ private:
     bool avoidsEmptySelection_ = false;
     bool preservesSelection_ = true;
     bool selectsInsertedObjects_ = false;
-    std::vector<std::weak_ptr<NSArrayControllerObserver>> observers_;
+    ControllerObservers<NSArrayControllerObserver> observers_;
 };

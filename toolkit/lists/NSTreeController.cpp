@@ -366,42 +366,19 @@ void NSTreeController::moveNodes_toIndexPath(const NSTreeNodes &nodes, const NSI
 
 // ---------------------------------------------------------------- telling
 
-std::vector<std::shared_ptr<NSTreeControllerObserver>> NSTreeController::observers() {
-    std::vector<std::shared_ptr<NSTreeControllerObserver>> living;
-    std::erase_if(observers_, [&living](const auto &link) {
-        if (auto observer = link.lock()) {
-            living.push_back(std::move(observer));
-            return false;
-        }
-        return true;
-    });
-    return living;
-}
-
 void NSTreeController::finishChange(const TreeChange &change, bool treeChanged, const NSIndexPath &near, NSTreeNodes selection) {
     selection = inOrder(selection);
     if (selection.empty() && avoidsEmptySelection_ && treeChanged)
         if (auto node = nodeNear(near))
             selection.push_back(std::move(node));
     const bool selectionChanged = takeSelection(std::move(selection));
-    for (const auto &observer : observers())
-        observer->arrangedNodesDidChange(*this, change);
+    observers_.tell([&](auto &observer) { observer.arrangedNodesDidChange(*this, change); });
     if (selectionChanged)
         tellSelection();
 }
 
 void NSTreeController::tellSelection() {
-    for (const auto &observer : observers())
-        observer->selectionIndexPathsDidChange(*this);
-}
-
-void NSTreeController::addObserver(const std::shared_ptr<NSTreeControllerObserver> &observer) {
-    removeObserver(observer.get());
-    observers_.push_back(observer);
-}
-
-void NSTreeController::removeObserver(const NSTreeControllerObserver *observer) {
-    std::erase_if(observers_, [observer](const auto &link) { return link.expired() || link.lock().get() == observer; });
+    observers_.tell([&](auto &observer) { observer.selectionIndexPathsDidChange(*this); });
 }
 
 // ---------------------------------------------------------------- checking

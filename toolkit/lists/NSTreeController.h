@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "toolkit/NSObject.h"
+#include "toolkit/lists/ControllerObservers.h"
 #include "toolkit/lists/NSMutableArray.h"
 #include "toolkit/lists/NSSortDescriptor.h"
 #include "toolkit/lists/NSTreeNode.h"
@@ -94,8 +95,8 @@ public:
     [[nodiscard]] bool selectsInsertedObjects() const { return selectsInsertedObjects_; }
     void setSelectsInsertedObjects(bool flag) { selectsInsertedObjects_ = flag; }
 
-    void addObserver(const std::shared_ptr<NSTreeControllerObserver> &observer);
-    void removeObserver(const NSTreeControllerObserver *observer);
+    void addObserver(const std::shared_ptr<NSTreeControllerObserver> &observer) { observers_.add(observer); }
+    void removeObserver(const NSTreeControllerObserver *observer) { observers_.remove(observer); }
 
     // "(a (b c)) selection 0.1": represented objects by their "name" key where they have one.
     [[nodiscard]] std::string toString() const;
@@ -120,7 +121,6 @@ private:
     // `nodes` are children of `parent`, by place.
     void removeChildren(NSTreeNode &parent, const NSTreeNodes &nodes);
     void tellSelection();
-    [[nodiscard]] std::vector<std::shared_ptr<NSTreeControllerObserver>> observers();
 
     std::shared_ptr<NSMutableArray> content_;
     std::shared_ptr<NSTreeNode> root_;
@@ -131,5 +131,5 @@ private:
     bool avoidsEmptySelection_ = true;
     bool preservesSelection_ = true;
     bool selectsInsertedObjects_ = true;
-    std::vector<std::weak_ptr<NSTreeControllerObserver>> observers_;
+    ControllerObservers<NSTreeControllerObserver> observers_;
 };

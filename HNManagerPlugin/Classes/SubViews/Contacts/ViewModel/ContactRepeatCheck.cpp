@@ -30,16 +30,6 @@ Key exactLeaf(Key node, Leaf kind, const NSString &text) {
     return step(leaf(node, kind), hashOf(deletePhoneNumberSpace(text).view()));
 }
 
-template <class Record>
-std::vector<const Record *> inOrder(const std::vector<Record> &list, NSString Record::*key) {
-    std::vector<const Record *> order;
-    for (const Record &record : list)
-        order.push_back(&record);
-    std::stable_sort(order.begin(), order.end(),
-                     [key](const Record *a, const Record *b) { return (a->*key <=> b->*key) < 0; });
-    return order;
-}
-
 }   // namespace
 
 // ---------------------------------------------------------------- positions

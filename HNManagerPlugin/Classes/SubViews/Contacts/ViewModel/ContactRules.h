@@ -85,4 +85,14 @@ void sortDetailInfo(std::vector<Record> &list, NSString Record::*key) {
                      [key](const Record &a, const Record &b) { return (a.*key <=> b.*key) < 0; });
 }
 
+// The same order without touching the list.
+template <class Record>
+std::vector<const Record *> inOrder(const std::vector<Record> &list, NSString Record::*key) {
+    std::vector<const Record *> order;
+    for (const Record &record : list)
+        order.push_back(&record);
+    std::stable_sort(order.begin(), order.end(), [key](const Record *a, const Record *b) { return (a->*key <=> b->*key) < 0; });
+    return order;
+}
+
 }   // namespace contactRules

@@ -62,16 +62,6 @@ private:
     std::unordered_map<std::uint64_t, Id> next_;
 };
 
-template <class Record>
-std::vector<const Record *> inOrder(const std::vector<Record> &list, NSString Record::*key) {
-    std::vector<const Record *> order;
-    for (const Record &record : list)
-        order.push_back(&record);
-    std::stable_sort(order.begin(), order.end(),
-                     [key](const Record *a, const Record *b) { return (a->*key <=> b->*key) < 0; });
-    return order;
-}
-
 struct Person {
     Id items = 0, names = 0;
     Ids itemSteps, nameSteps;
