@@ -8,6 +8,7 @@
 #include <iostream>
 
 #include "host/cli/Interrupts.h"
+#include "host/cli/TerminalWidth.h"
 
 namespace host::cli {
 
@@ -24,8 +25,6 @@ std::string shown(std::string_view text, bool keepsLines) {
     }
     return result;
 }
-
-std::size_t widthOf(const std::string &text) { return NSString(text).length(); }
 
 }  // namespace
 
@@ -50,12 +49,12 @@ void Console::table(const std::vector<std::vector<std::string>> &rows) {
     for (const auto &row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], widthOf(row[i]));
+            widths[i] = std::max(widths[i], terminalWidth(row[i]));
     }
     for (const auto &row : rows) {
         std::string text;
         for (std::size_t i = 0; i < row.size(); ++i)
-            text += row[i] + std::string(widths[i] - widthOf(row[i]) + 2, ' ');
+            text += row[i] + std::string(widths[i] - terminalWidth(row[i]) + 2, ' ');
         line(text);
     }
 }

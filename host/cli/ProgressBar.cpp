@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "HNManagerPlugin/contracts/RVUIKit/RUIProgressWindowController.h"
+#include "host/cli/TerminalWidth.h"
 
 namespace host::cli {
 
@@ -29,10 +30,9 @@ std::string ProgressBar::lineOf(const std::string &label, double percent, std::s
     const std::string bar = "  [" + std::string(full, '#') + std::string(kBarWidth - full, '-') + "] " + number + " %";
     if (columns <= bar.size())
         return number + " %";
-    const NSString text(forPeople(NSString(label)));
     // The last column stays free: a terminal may wrap there.
     const std::size_t room = columns - bar.size() - 1;
-    return (text.length() > room ? text.substringToIndex(room) : text).str() + bar;
+    return std::string(cutToWidth(forPeople(NSString(label)), room)) + bar;
 }
 
 void ProgressBar::propertyChanged(NSView &view, std::string_view) {

@@ -155,6 +155,7 @@ TEST(ProgressBar, fitsTheTerminalAndSurvivesOddNumbers) {
     EXPECT_EQ(ProgressBar::lineOf("Importing a long name", 100, 45), "Importing   [########################] 100 %");
     EXPECT_EQ(ProgressBar::lineOf("x\x1b[2J", 0.0 / 0.0, 80), "x\xEF\xBF\xBD[2J  [------------------------]   0 %");
     EXPECT_EQ(ProgressBar::lineOf("Importing", 300, 10), "100 %");
+    EXPECT_EQ(ProgressBar::lineOf("味噌汁", 100, 39), "味噌  [########################] 100 %") << "a wide character takes two columns";
 }
 
 TEST(ContactRecord, writesPicturesAsPaddedBase64) {
@@ -163,6 +164,14 @@ TEST(ContactRecord, writesPicturesAsPaddedBase64) {
     EXPECT_EQ(host::cli::base64("fo"), "Zm8=");
     EXPECT_EQ(host::cli::base64("foo"), "Zm9v");
     EXPECT_EQ(host::cli::base64(std::string("\xFF\xD8\xFF\x00", 4)), "/9j/AA==");
+}
+
+TEST(ConsoleTest, columnsLineUpOnTheTerminalWhateverTheScript) {
+    testing::internal::CaptureStdout();
+    Console console(false, false);
+    console.table({{"1", "味噌汁", "soup"}, {"2", "José\u0301", ""}, {"3", "Tom", "\xFF"}});
+    EXPECT_TRUE(console.flush());
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "1  味噌汁  soup\n2  José\u0301\n3  Tom     \xFF\n");
 }
 
 }  // namespace
