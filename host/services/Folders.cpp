@@ -50,10 +50,13 @@ std::string unescaped(std::string_view text) {
 
 // The process that made "<prefix><process>-xxxxxx"; 0 for any other name.
 pid_t makerOf(const std::string &name, const std::string &prefix) {
+    constexpr std::size_t kRandomLetters = 6;   // of mkdtemp
+    if (!name.starts_with(prefix))
+        return 0;
     pid_t maker = 0;
-    if (name.starts_with(prefix))
-        std::from_chars(name.data() + prefix.size(), name.data() + name.size(), maker);
-    return maker;
+    const char *const end = name.data() + name.size();
+    const char *const behind = std::from_chars(name.data() + prefix.size(), end, maker).ptr;
+    return behind != end && *behind == '-' && static_cast<std::size_t>(end - behind) == 1 + kRandomLetters ? maker : 0;
 }
 
 bool isOwnFolder(const fs::path &path) {

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char *kFolderPrefix = ".hnmanager-", *kLinkPrefix = "export-";
+constexpr const char *kFolderPrefix = ".hnmanager-", *kLinkPrefix = "hnmanager-export-";
 
 fs::path newFolder(const fs::path &parent, const char *prefix) {
     removeLeftOvers(parent, prefix);

@@ -38,7 +38,7 @@ protected:
             if (entry.path().filename().string().starts_with(".hnmanager"))
                 all += entry.path().filename().string() + "\n";
         for (const auto &entry : fs::recursive_directory_iterator(program_.home()))
-            if (entry.path().filename().string().starts_with("export-"))
+            if (entry.path().filename().string().starts_with("hnmanager-export-"))
                 all += entry.path().string() + "\n";
         return all;
     }
@@ -268,7 +268,7 @@ TEST_P(MessageExportEnd, leavesTheOldTargetOrNoneAndTheNextRunTidiesUp) {
         const Outcome full = exportWithin(GetParam().bytes, true);
         EXPECT_EQ(full.status, 1);
         EXPECT_NE(full.err.find(target.string() + ": not written"), std::string::npos) << full.err;
-        EXPECT_EQ(full.err.find("export-"), std::string::npos) << "only the person's places are named: " << full.err;
+        EXPECT_EQ(full.err.find("hnmanager-export-"), std::string::npos) << "only the person's places are named: " << full.err;
         EXPECT_EQ(leftOvers(), "");
         EXPECT_EQ(namesInHome(), names);
         EXPECT_EQ(readFile(target.has_extension() ? target : target / "mine"), stood ? "mine" : "");

@@ -108,7 +108,9 @@ TEST(ProcessFolder, isPrivateGoesAtTheEndAndClearsWhatADeadProcessLeft) {
     const TempFolder parent;
     fs::create_directories(parent.path() / "run-2147483646-abcdef/deep");   // no such process
     fs::create_directories(parent.path() / "run-1-abcdef");                 // a living one's
-    fs::create_directories(parent.path() / "run-x");
+    const std::vector<const char *> otherNames{"run-x", "run-2147483646", "run-2147483646-summer trip"};
+    for (const char *name : otherNames)
+        fs::create_directories(parent.path() / name);
     fs::path folder;
     {
         const host::ProcessFolder process(parent.path());
@@ -119,7 +121,8 @@ TEST(ProcessFolder, isPrivateGoesAtTheEndAndClearsWhatADeadProcessLeft) {
     EXPECT_FALSE(fs::exists(folder));
     EXPECT_FALSE(fs::exists(parent.path() / "run-2147483646-abcdef"));
     EXPECT_TRUE(fs::exists(parent.path() / "run-1-abcdef"));
-    EXPECT_TRUE(fs::exists(parent.path() / "run-x"));
+    for (const char *name : otherNames)
+        EXPECT_TRUE(fs::exists(parent.path() / name)) << name;
 }
 
 TEST(WorkspaceOpener, turnsPathsIntoAddressesAndOpensNoOtherSchemes) {
