@@ -1,6 +1,7 @@
 #include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 
 #include "HNManagerPlugin/Classes/PublicProgressWindow/DeviceFilePreview.h"
@@ -71,17 +72,29 @@ void HNMbaseViewModel::removeMusicFromSource(const NSArray &objects) {
 
 NSString HNMbaseViewModel::identifierOfRow(const id &row) const { return row ? row->valueForKey("identifier").text() : NSString(); }
 
+namespace {
+
+std::unordered_set<NSString> keysOf(const NSMutableDictionary &dictionary) {
+    std::vector<NSString> keys = dictionary.allKeys();
+    return {std::move_iterator(keys.begin()), std::move_iterator(keys.end())};
+}
+
+}   // namespace
+
 void HNMbaseViewModel::removeKeyAtSearchSelectedArray() {
-    std::unordered_set<NSString> selected;
-    tell(arrayController, [&](NSArrayController &controller) {
-        for (const id &row : controller.selectedObjects())
-            selected.insert(identifierOfRow(row));
-    });
-    if (selectInfoDic->count() == 0)
+    const auto controller = arrayController.lock();
+    const NSArray rows = contents->snapshot();
+    if (controller && controller->selectionIndexes().count() == rows.count() && controller->arrangedObjects() == rows)
+        return;
+    std::unordered_set<NSString> unselected = keysOf(*selectInfoDic);
+    if (controller && !unselected.empty())
+        for (const id &row : controller->selectedObjects())
+            unselected.erase(identifierOfRow(row));
+    if (unselected.empty())
         return;
     std::vector<NSString> forgotten;
-    for (const id &row : contents->snapshot())
-        if (NSString key = identifierOfRow(row); !selected.contains(key))
+    for (const id &row : rows)
+        if (NSString key = identifierOfRow(row); unselected.contains(key))
             forgotten.push_back(std::move(key));
     selectInfoDic->removeObjectsForKeys(forgotten);
 }
@@ -122,7 +135,7 @@ void HNMbaseViewModel::showRows(const NSArray &rows) {
 }
 
 void HNMbaseViewModel::restoreSelection() {
-    const auto remembered = selectInfoDic->entries();
+    const std::unordered_set<NSString> remembered = keysOf(*selectInfoDic);
     NSArray::Items selected;
     if (!remembered.empty())
         for (const id &row : contents->snapshot())

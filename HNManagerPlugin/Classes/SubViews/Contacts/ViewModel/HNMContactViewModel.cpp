@@ -172,7 +172,7 @@ void HNMContactViewModel::showSelectRowContactDetailInfo(std::int64_t row) {
 // ---------------------------------------------------------------- search
 
 NSString HNMContactViewModel::identifierOfRow(const id &row) const {
-    const auto contact = std::dynamic_pointer_cast<ZpContactDataInfo>(row);
+    const auto *contact = dynamic_cast<const ZpContactDataInfo *>(row.get());
     return contact ? contact->pKey() : NSString();
 }
 
