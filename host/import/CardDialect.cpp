@@ -179,10 +179,11 @@ private:
         if (dot == std::string_view::npos || colon == std::string_view::npos || dot > colon)
             return false;
         const std::string_view group = line.substr(0, dot), head = line.substr(dot, colon - dot), value = line.substr(colon + 1);
+        const bool isOneKind = std::ranges::none_of(kWords, [&](std::string_view word) { return has(value, word); });
         if (head == ".X-ABLabel")
-            return group == label && !label.empty() && isLabel(value);
+            return group == label && !label.empty() && isLabel(value) && isOneKind;
         if (head == ".X-ABADR")
-            return std::ranges::none_of(kWords, [&](std::string_view word) { return has(value, word); });
+            return isOneKind;
         const auto *word = std::ranges::find_if(kWords, [&](std::string_view w) { return has(line, w); });
         if (word == std::end(kWords) || !head.starts_with(*word) || hasEscape(value))
             return false;

@@ -136,20 +136,26 @@ private:
         }
     }
 
+    // Where a CR would stay in the text, a full-width point hides what the reader takes for another kind of item.
+    static std::string withoutWords(std::string text, std::string_view oneMore = {}) {
+        for (const std::string_view word : {std::string_view(".TEL"), std::string_view(".EMAIL"), std::string_view(".URL"), std::string_view(".IMPP"),
+                                            std::string_view(".ADR"), oneMore})
+            if (!word.empty())
+                replaceAll(text, word, "．" + std::string(word.substr(1)));
+        return text;
+    }
+
     void labelled(const char *property, const std::string &value, const std::string &label) {
         const std::string item = nextItem();
         line(item + property + value);
-        line(item + ".X-ABLabel:_$!<" + (label.empty() ? "other" : part(label, ":", "label")) + ">!$_\r");
+        line(item + ".X-ABLabel:_$!<" + (label.empty() ? "other" : withoutWords(part(label, ":", "label"), ".X-AB")) + ">!$_\r");
     }
 
     void labelledItems() {
         for (const LabelledText &url : c_.urls)
             labelled(".URL:", hidden(oneLine(url.text)), url.label);
         for (const LabelledText &related : c_.relatedNames) {   // keeps a CR as a number does
-            std::string name = part(related.text, ":", "related name");
-            for (const std::string_view word : {".TEL", ".EMAIL", ".URL", ".IMPP", ".ADR"})
-                replaceAll(name, word, "．" + std::string(word.substr(1)));
-            labelled(".X-ABRELATEDNAMES:", name, related.label);
+            labelled(".X-ABRELATEDNAMES:", withoutWords(part(related.text, ":", "related name")), related.label);
         }
         for (const LabelledText &date : c_.dates)
             labelled(".X-ABDATE:", hidden(part(date.text, ":", "date")), date.label);

@@ -62,6 +62,7 @@ INSTANTIATE_TEST_SUITE_P(Lines, CardLine, testing::Values(
     Row{"ownLabels", "a.EMAIL;type=INTERNET:x@y\na.X-ABLabel:Sailing club", "EMAIL;TYPE=Sailing club:x@y\n"},
     Row{"groupsNamedForTheirKind", "WORK.EMAIL;TYPE=internet:x@y", "EMAIL;TYPE=Work:x@y\n"},
     Row{"urlsWithAPort", "URL;type=WORK:http\\://h:80/.TEL", "item1.URL:http://h:80/.T\rEL\nitem1.X-ABLabel:_$!<Work>!$_\r\n"},
+    Row{"aLabelThatNamesAnotherItem", "i.URL:http://h\ni.X-ABLabel:a.IMPP", "item1.URL:http://h\nitem1.X-ABLabel:_$!<a．IMPP>!$_\r\n"},
     Row{"addressesOutsideItems", "ADR;TYPE=dom,HOME:;;1 St.;C;S;Z;L", "item1.ADR;TYPEHome:;;1 St.;C;S;Z;L\n"},
     Row{"boxAndFloorOfAnAddress", "ADR:Box 1;2nd floor;1 St.", "item1.ADR;TYPEother:;;Box 1, 2nd floor, 1 St.;;;;\n"},
     Row{"aLabelAloneIsAnAddress", "LABEL;WORK;ENCODING=QUOTED-PRINTABLE:1 St.=0D=0ACity", "item1.ADR;TYPEWork:;;1 St., City;;;;\n"},
@@ -136,6 +137,7 @@ INSTANTIATE_TEST_SUITE_P(Lines, CardDialect, testing::Values(
     Alone{"aNameInTheFormattedOneAlone", "N:;;;;\r\nFN:a", false}, Alone{"aCompanysOwnCard", "N:;;;;\r\nFN:a\\, b\r\nORG:a, b;", true},
     Alone{"aUrlWithAPort", "URL;TYPE=Home:http://h:1/", false}, Alone{"aUrlInLowerCase", "URL;type=Home:http://h", false},
     Alone{"aSecondNote", "NOTE:a\r\nNOTE:b", false}, Alone{"anEscapedComma", "N:a\\,b;;;;", false}, Alone{"anEscapedCommaInANote", "NOTE:a\\,b", false},
+    Alone{"aLabelThatNamesAnotherItem", "item1.URL:http://h\r\nitem1.X-ABLabel:_$!<a.IMPP>!$_", false},
     Alone{"aLabelOfANumber", "item1.TEL:1\r\nitem1.X-ABLabel:_$!<Main>!$_", false}, Alone{"anAddressInLowerCase", "item1.ADR;type=Home:;;s;c;;z;l", false},
     Alone{"anEncodedText", "TEL;HOME;ENCODING=QUOTED-PRINTABLE:=31", false}, Alone{"aCardsEndInANote", "NOTE:END:VCARD", false},
     Alone{"aBirthdayWithoutItsWords", "BDAY:1980-01-01", false}), [](const auto &row) { return std::string(row.param.name); });
