@@ -89,10 +89,18 @@ private:
         if (hasCr_)
             line.remove_suffix(1);
         const bool isFolded = line.starts_with(' ') || line.starts_with('\t');
-        line = trimmed(line);
-        if (line.empty())
+        const std::string_view inner = trimmed(line);
+        // The reader trims blanks alone.
+        const std::string_view front(line.data(), inner.data()), back(inner.data() + inner.size(), line.data() + line.size());
+        if (hasControl(front) || hasControl(back))
+            return false;
+        if (inner.empty())
             return cards_ > 0;
-        return !isFolded && !has(line, "\r") && !has(line, std::string_view("\0", 1)) && readLine(line);
+        return !isFolded && !has(inner, "\r") && !has(inner, std::string_view("\0", 1)) && readLine(inner);
+    }
+
+    static bool hasControl(std::string_view text) {
+        return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' ' && c != '\t'; });
     }
 
     bool readLine(std::string_view line) {

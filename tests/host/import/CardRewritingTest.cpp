@@ -146,6 +146,7 @@ TEST(CardDialect, needsTextThatIsUtf8AndNoMark) {
     EXPECT_FALSE(isCardDialect("\xEF\xBB\xBF" "BEGIN:VCARD\nN:a;;;;\nEND:VCARD\n"));
     EXPECT_FALSE(isCardDialect("BEGIN:VCARD\nN:\xFC;;;;\nEND:VCARD\n"));
     EXPECT_FALSE(isCardDialect("\nBEGIN:VCARD\nN:a;;;;\nEND:VCARD\n"));
+    EXPECT_FALSE(isCardDialect("\x01" "BEGIN:VCARD\nN:a;;;;\nEND:VCARD\n")) << "the reader trims blanks alone";
     EXPECT_FALSE(isCardDialect(""));
 }
 
