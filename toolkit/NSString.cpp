@@ -153,25 +153,9 @@ NSString::NSString(std::string_view utf8) {
     setTag(kHeapTag);
 }
 
-void NSString::setNil() noexcept {
-    std::memset(inline_, 0, sizeof inline_);
-    setTag(kNilTag);
-}
-
-void NSString::release() noexcept {
-    if (tag() == kHeapTag && block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
+void NSString::releaseBlock() noexcept {
+    if (block_->owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
         std::free(block_);
-}
-
-NSString::NSString(const NSString &other) noexcept {
-    std::memcpy(inline_, other.inline_, sizeof inline_);
-    if (tag() == kHeapTag)
-        block_->owners.fetch_add(1, std::memory_order_relaxed);
-}
-
-NSString::NSString(NSString &&other) noexcept {
-    std::memcpy(inline_, other.inline_, sizeof inline_);
-    other.setNil();
 }
 
 NSString &NSString::operator=(const NSString &other) noexcept {
@@ -186,14 +170,6 @@ NSString &NSString::operator=(NSString &&other) noexcept {
         other.setNil();
     }
     return *this;
-}
-
-std::string_view NSString::view() const noexcept {
-    switch (tag()) {
-    case kNilTag: return std::string_view("", 0);
-    case kHeapTag: return {block_->bytes(), block_->size};
-    default: return {inline_, kInlineBytes - static_cast<std::size_t>(tag())};
-    }
 }
 
 // ---------------------------------------------------------------- characters

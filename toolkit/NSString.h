@@ -13,6 +13,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <initializer_list>
 #include <optional>
@@ -56,6 +57,11 @@ public:
     // Ends with a NUL byte; valid as long as this value stands unchanged.
     [[nodiscard]] const char *UTF8String() const noexcept { return view().data(); }
     [[nodiscard]] std::size_t sizeBytes() const noexcept { return view().size(); }
+    // For walks over many texts: fetches the bytes of a text that is read soon.
+    void prefetch() const noexcept {
+        if (tag() == kHeapTag)
+            __builtin_prefetch(block_);
+    }
     [[nodiscard]] std::size_t length() const noexcept;
     [[nodiscard]] char32_t characterAtIndex(std::size_t index) const;
 
@@ -115,8 +121,15 @@ private:
 
     [[nodiscard]] unsigned char tag() const noexcept { return static_cast<unsigned char>(inline_[kInlineBytes]); }
     void setTag(unsigned char value) noexcept { inline_[kInlineBytes] = static_cast<char>(value); }
-    void setNil() noexcept;
-    void release() noexcept;
+    void setNil() noexcept {
+        std::memset(inline_, 0, sizeof inline_);
+        setTag(kNilTag);
+    }
+    void release() noexcept {
+        if (tag() == kHeapTag)
+            releaseBlock();
+    }
+    void releaseBlock() noexcept;
 
     // Inline text: the last byte holds 15 - size, so that a full text is closed by its own tag of 0.
     union {
@@ -125,6 +138,25 @@ private:
     };
 };
 static_assert(sizeof(NSString) == 16);
+
+inline NSString::NSString(const NSString &other) noexcept {
+    std::memcpy(inline_, other.inline_, sizeof inline_);
+    if (tag() == kHeapTag)
+        block_->owners.fetch_add(1, std::memory_order_relaxed);
+}
+
+inline NSString::NSString(NSString &&other) noexcept {
+    std::memcpy(inline_, other.inline_, sizeof inline_);
+    other.setNil();
+}
+
+inline std::string_view NSString::view() const noexcept {
+    switch (tag()) {
+    case kNilTag: return std::string_view("", 0);
+    case kHeapTag: return {block_->bytes(), block_->size};
+    default: return {inline_, kInlineBytes - static_cast<std::size_t>(tag())};
+    }
+}
 
 // One argument of a format: a text, a number, or a list of texts (printed as the platform prints an array).
 class FormatArgument {

@@ -203,6 +203,19 @@ private:
         ups_.push_back(up);
     }
 
+    // A walk spends most of its time waiting for memory: a node, then its texts, are asked for a little before their turn.
+    static void fetchAhead(const NSArray &nodes, std::size_t at) {
+        constexpr std::size_t kNodes = 8, kTexts = 4;
+        if (const NSObject *later = nodes[at + kNodes].get()) {
+            __builtin_prefetch(later);
+            __builtin_prefetch(&static_cast<const HNBookMarkEntity *>(later)->url);
+        }
+        if (const auto *soon = static_cast<const HNBookMarkEntity *>(nodes[at + kTexts].get())) {
+            soon->name.prefetch();
+            soon->url.prefetch();
+        }
+    }
+
     void findHits(const NSArray &top) {
         std::vector<Level> open;
         open.push_back({kNowhere, top});
@@ -212,8 +225,8 @@ private:
                 open.pop_back();
                 continue;
             }
-            const auto &node = static_cast<const HNBookMarkEntity &>(*level.nodes[level.next++]);
-            __builtin_prefetch(level.nodes[level.next].get());
+            const auto &node = static_cast<const HNBookMarkEntity &>(*level.nodes[level.next]);
+            fetchAhead(level.nodes, level.next++);
             const std::int32_t up = level.folder;
             const bool isHit = wanted_.isIn(node.name) || (up != kNowhere && wanted_.isIn(node.url));
             if (isHit)
