@@ -15,8 +15,8 @@ HN_CLASS_TABLE(NSTreeController, NSObjectTable,
         return Value();
     }))
 
-// Every node below `top` in the order of the outline; where `enter` gives false the walk does not go below. `leave` is called
-// once all below a node was visited.
+// Every node below `top` that was made, in the order of the outline; where `enter` gives false the walk does not go below.
+// `leave` is called once all below a node was visited.
 template <class Enter, class Leave>
 void NSTreeController::walk(const std::shared_ptr<NSTreeNode> &top, Enter &&enter, Leave &&leave) {
     struct Frame {
@@ -94,7 +94,10 @@ std::shared_ptr<NSMutableArray> NSTreeController::listOf(const NSTreeNode &node)
     return node.representedObject_->setValue_forKey(Value(list), childrenKeyPath_.view()) ? list : nullptr;
 }
 
-bool NSTreeController::syncChildren(NSTreeNode &node, const std::unordered_multiset<NSObject *> &onPath, LeafKey &leafKey) {
+// Each node that is made on demand looks at all above it; so deep down the nodes below are made at once, which looks once.
+static constexpr std::size_t kLevelsMadeOnDemand = 32;
+
+bool NSTreeController::syncChildren(NSTreeNode &node, const Objects &onPath, LeafKey &leafKey) {
     NSArray::Items objects = childObjectsOf(node).items();
     std::erase_if(objects, [&onPath](const id &object) { return onPath.contains(object.get()); });
     objects = lists::sorted(std::move(objects), sortDescriptors_);
@@ -114,6 +117,7 @@ bool NSTreeController::syncChildren(NSTreeNode &node, const std::unordered_multi
             } else {
                 children.push_back(make<NSTreeNode>(object));
                 children.back()->owner_ = root_->owner_;
+                children.back()->isUnmade_ = onPath.size() < kLevelsMadeOnDemand;
             }
         }
         node.adopt(std::move(children));
@@ -123,17 +127,25 @@ bool NSTreeController::syncChildren(NSTreeNode &node, const std::unordered_multi
     return !same;
 }
 
-bool NSTreeController::syncBelow(NSTreeNode &top) {
-    std::unordered_multiset<NSObject *> onPath;
-    std::shared_ptr<NSTreeNode> self = selfOf(&top);
-    for (auto node = self; node && node != root_; node = node->parentNode())
+// The objects of a node and of all above it.
+NSTreeController::Objects NSTreeController::pathTo(NSTreeNode &top) const {
+    Objects onPath;
+    for (auto node = selfOf(&top); node && node != root_; node = node->parentNode())
         onPath.insert(node->representedObject_.get());
+    return onPath;
+}
+
+void NSTreeController::makeChildNodes(NSTreeNode &node) { syncBelow(node); }
+
+bool NSTreeController::syncBelow(NSTreeNode &top) {
+    Objects onPath = pathTo(top);
     LeafKey leafKey(leafKeyPath_.view());
+    top.isUnmade_ = false;
     bool changed = syncChildren(top, onPath, leafKey);
     walk(
-        self,
+        selfOf(&top),
         [&](const std::shared_ptr<NSTreeNode> &node) {
-            if (node->leaf_ == NSTreeNode::Leaf::yes && node->children_.empty())
+            if (node->isUnmade_ || (node->leaf_ == NSTreeNode::Leaf::yes && node->children_.empty()))
                 return false;
             onPath.insert(node->representedObject_.get());
             changed |= syncChildren(*node, onPath, leafKey);
@@ -331,8 +343,8 @@ void NSTreeController::insertNode(NSTreeNode &parent, const std::shared_ptr<NSTr
     const auto list = listOf(parent);
     if (!list)
         return;
-    list->insertObject_atIndex(node->representedObject_, index);
     NSTreeNodes children = parent.childNodes();
+    list->insertObject_atIndex(node->representedObject_, index);
     children.insert(children.begin() + static_cast<std::ptrdiff_t>(std::min(index, children.size())), node);
     parent.adopt(std::move(children));
 }
@@ -388,10 +400,11 @@ std::string NSTreeController::toString() const {
     walk(
         root_,
         [&text](const std::shared_ptr<NSTreeNode> &node) {
+            const bool hasChildren = node->childCount() > 0;
             if (text.back() != '(')
                 text += ' ';
             text += node->representedObject_->valueForKey("name").description().str();
-            if (node->childCount() > 0)
+            if (hasChildren)
                 text += " (";
             return true;
         },

@@ -5,7 +5,8 @@
 //            The controller's own operations change these lists and the nodes at once; whoever changes them directly
 //            calls rearrangeObjects afterwards. An object that stands among its own ancestors is left out.
 // Nodes      rearrangeObjects keeps the node of each object that is still a child of the same parent, so that an
-//            outline's open folders stay open.
+//            outline's open folders stay open. The nodes below a node are made when first asked for, from what the object's
+//            list holds then.
 // Selection  nodes, in the order in which the outline shows them. The selection loses nodes that leave the tree. A
 //            controller that avoids an empty selection selects a node whenever its tree changes and nothing is selected:
 //            after a removal what now stands at the first removed place (its last sibling, its parent), else the first
@@ -106,12 +107,15 @@ public:
 private:
     class LeafKey;
     template <class Enter, class Leave> static void walk(const std::shared_ptr<NSTreeNode> &top, Enter &&enter, Leave &&leave);
+    void makeChildNodes(NSTreeNode &node) override;
     void setChildNodes(NSTreeNode &node, NSTreeNodes children) override;
     [[nodiscard]] NSArray childObjectsOf(const NSTreeNode &node) const;
     [[nodiscard]] std::shared_ptr<NSMutableArray> listOf(const NSTreeNode &node) const;
-    // Brings the nodes below in step with their objects; true where a node came, went or moved.
+    using Objects = std::unordered_multiset<NSObject *>;
+    [[nodiscard]] Objects pathTo(NSTreeNode &node) const;
+    // Brings the nodes made so far below in step with their objects; true where a node came, went or moved.
     bool syncBelow(NSTreeNode &top);
-    bool syncChildren(NSTreeNode &node, const std::unordered_multiset<NSObject *> &onPath, LeafKey &leafKey);
+    bool syncChildren(NSTreeNode &node, const Objects &onPath, LeafKey &leafKey);
     void finishChange(const TreeChange &change, bool treeChanged, const NSIndexPath &near, NSTreeNodes selection);
     [[nodiscard]] std::shared_ptr<NSTreeNode> nodeNear(const NSIndexPath &path) const;
     // Those of the nodes that hang in the tree, in the order of the outline.

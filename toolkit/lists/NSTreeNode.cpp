@@ -5,7 +5,7 @@
 
 HN_CLASS_TABLE(NSTreeNode, NSObjectTable,
     .key("representedObject", &NSTreeNode::representedObject_)
-    .key("childNodes", [](NSObject &o) { return Value(Value::List(NSArray::of(static_cast<NSTreeNode &>(o).children_))); })
+    .key("childNodes", [](NSObject &o) { return Value(Value::List(NSArray::of(static_cast<NSTreeNode &>(o).children()))); })
     .key("parentNode", &NSTreeNode::parentNode)
     .key("isLeaf", &NSTreeNode::isLeaf))
 
@@ -17,8 +17,15 @@ NSTreeNode::~NSTreeNode() {
     lists::drop(std::move(ending));
 }
 
+const NSTreeNodes &NSTreeNode::children() const {
+    if (isUnmade_)
+        if (const auto owner = owner_.lock())
+            owner->makeChildNodes(const_cast<NSTreeNode &>(*this));   // what is asked for does not change by being made late
+    return children_;
+}
+
 std::shared_ptr<NSTreeNode> NSTreeNode::childAtIndex(std::size_t index) const {
-    return index < children_.size() ? children_[index] : nullptr;
+    return index < childCount() ? children_[index] : nullptr;
 }
 
 NSIndexPath NSTreeNode::indexPath() const {
@@ -32,7 +39,7 @@ NSIndexPath NSTreeNode::indexPath() const {
     return NSIndexPath(std::move(path));
 }
 
-bool NSTreeNode::isLeaf() const { return leaf_ == Leaf::unknown ? children_.empty() : leaf_ == Leaf::yes; }
+bool NSTreeNode::isLeaf() const { return leaf_ == Leaf::unknown ? children().empty() : leaf_ == Leaf::yes; }
 
 std::shared_ptr<NSTreeNode> NSTreeNode::descendantNodeAtIndexPath(const NSIndexPath &path) {
     std::shared_ptr<NSTreeNode> node = selfOf(this);
@@ -56,6 +63,7 @@ void NSTreeNode::mark(const NSTreeNodes nodes, bool inTree) {
 }
 
 void NSTreeNode::adopt(NSTreeNodes children) {
+    isUnmade_ = false;
     NSTreeNodes old = std::exchange(children_, std::move(children));
     for (const auto &child : old)
         if (child->parent_.lock().get() == this)

@@ -1,7 +1,8 @@
 // A node that a tree controller makes for each object of its tree, or one that stands alone.
 //
 // Children  `childNodes` is a copy; `mutableChildNodes` changes them, and with them the objects' own lists where the node
-//           belongs to a tree controller.
+//           belongs to a tree controller. A controller's nodes are made when somebody first asks for them: a large tree
+//           costs what of it is looked at.
 // Absent    the root of a controller has no represented object and the empty index path.
 // Threads   main. A tree of any depth ends without recursion.
 #pragma once
@@ -16,10 +17,11 @@
 class NSTreeNode;
 using NSTreeNodes = std::vector<std::shared_ptr<NSTreeNode>>;
 
-// Who keeps the objects' lists in step with their nodes.
+// Who makes the nodes of the objects and keeps the objects' lists in step with them.
 class NSTreeNodeOwner {
 public:
     virtual ~NSTreeNodeOwner() = default;
+    virtual void makeChildNodes(NSTreeNode &node) = 0;
     virtual void setChildNodes(NSTreeNode &node, NSTreeNodes children) = 0;
 };
 
@@ -51,8 +53,8 @@ public:
 
     [[nodiscard]] const id &representedObject() const { return representedObject_; }
     template <class T> [[nodiscard]] std::shared_ptr<T> represented() const { return std::dynamic_pointer_cast<T>(representedObject_); }
-    [[nodiscard]] NSTreeNodes childNodes() const { return children_; }
-    [[nodiscard]] std::size_t childCount() const { return children_.size(); }
+    [[nodiscard]] NSTreeNodes childNodes() const { return children(); }
+    [[nodiscard]] std::size_t childCount() const { return children().size(); }
     [[nodiscard]] std::shared_ptr<NSTreeNode> childAtIndex(std::size_t index) const;
     [[nodiscard]] MutableChildNodes mutableChildNodes() { return MutableChildNodes(selfOf(this)); }
     [[nodiscard]] std::shared_ptr<NSTreeNode> parentNode() const { return parent_.lock(); }
@@ -66,6 +68,8 @@ public:
 
 private:
     friend class NSTreeController;
+    // Makes them where that was not done yet.
+    [[nodiscard]] const NSTreeNodes &children() const;
     // Takes these children; those that left are no longer in the tree.
     void adopt(NSTreeNodes children);
     void change(NSTreeNodes children);
@@ -76,6 +80,7 @@ private:
     std::weak_ptr<NSTreeNode> parent_;
     std::size_t position_ = 0;
     bool inTree_ = false;
+    bool isUnmade_ = false;   // nobody has asked for the children yet: children_ is empty whatever the object holds
     enum class Leaf { unknown, yes, no } leaf_ = Leaf::unknown;
     std::weak_ptr<NSTreeNodeOwner> owner_;
 };
