@@ -48,7 +48,10 @@ std::optional<year_month_day> calendarDate(std::string_view text) {
 
 }  // namespace
 
+// A blank behind a number makes it a text.
 NSString dateOfStored(const NSString &stored) {
+    if (const std::string_view text = stored.view(); text.ends_with(' ') && wholeNumber(text.substr(0, text.size() - 1)))
+        return text.substr(0, text.size() - 1);
     const std::optional<double> seconds = wholeNumber(stored.view());
     constexpr double kMostDays = 5'000'000;   // far beyond the years below, and no overflow
     if (!seconds || std::abs(*seconds / kSecondsPerDay) > kMostDays)
@@ -64,8 +67,8 @@ NSString dateOfStored(const NSString &stored) {
 
 NSString storedOfDate(const NSString &date) {
     const std::optional<year_month_day> day = calendarDate(date.view());
-    if (!day)
-        return date;
+    if (!day)   // a year alone must not come back as a second of 2001
+        return wholeNumber(date.view()) ? NSString(std::string(date.view()) + " ") : date;
     const auto seconds = duration_cast<std::chrono::seconds>(sys_days(*day) - kEpoch).count();
     return std::to_string(seconds) + ".0";   // the device writes a real number
 }

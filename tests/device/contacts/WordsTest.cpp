@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"yearOne", reads, "-63113904000", "0001-01-01"}, Row{"beforeYearOne", reads, "-63113904001", "-63113904001"},
                     Row{"lastDay", reads, "252423993599", "9999-12-31"}, Row{"tooLate", reads, "252423993600", "252423993600"},
                     Row{"isoText", reads, "1980-05-06", "1980-05-06"}, Row{"words", reads, "spring", "spring"}, Row{"endless", reads, "1e400", "1e400"},
-                    Row{"notANumber", reads, "nan", "nan"}, Row{"blankBehind", reads, "5 ", "5 "}, Row{"empty", both, "", ""},
+                    Row{"notANumber", reads, "nan", "nan"}, Row{"blankBehind", reads, "5x ", "5x "}, Row{"aYearAlone", both, "1985 ", "1985"}, Row{"empty", both, "", ""},
                     Row{"absent", both, nullptr, nullptr}, Row{"writtenEpoch", both, "0.0", "2001-01-01"}, Row{"writtenBefore", both, "-86400.0", "2000-12-31"},
                     Row{"leapDay", both, "-26524800.0", "2000-02-29"}, Row{"noLeapDay", writes, "2001-02-29", "2001-02-29"},
                     Row{"month13", writes, "2001-13-01", "2001-13-01"}, Row{"slashes", writes, "2001/01/01", "2001/01/01"},
