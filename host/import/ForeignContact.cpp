@@ -12,6 +12,16 @@ std::string lowered(std::string_view text) {
     return out;
 }
 
+// As much of a text as a person needs to know it again, on one line.
+std::string startOf(std::string_view text) {
+    constexpr std::size_t kMostBytes = 60;
+    std::string start(text.substr(0, kMostBytes));
+    while (start.size() < text.size() && !start.empty() && (static_cast<unsigned char>(text[start.size()]) & 0xC0) == 0x80)
+        start.pop_back();
+    std::ranges::replace_if(start, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return start.empty() || start.size() == text.size() ? start : start + "...";
+}
+
 }  // namespace
 
 bool ForeignContact::isEmpty() const {
@@ -22,7 +32,7 @@ bool ForeignContact::isEmpty() const {
 }
 
 void ForeignContact::leave(std::string what) {
-    constexpr std::size_t kMost = 100;
+    constexpr std::size_t kMost = 40;
     if (notCarried.size() < kMost)
         notCarried.push_back(std::move(what));
     else
@@ -43,14 +53,8 @@ std::string ForeignContact::title() const {
 }
 
 std::string leftBehind(std::string_view what, std::string_view text) {
-    constexpr std::size_t kMostBytes = 60;
-    std::string start(text.substr(0, kMostBytes));
-    while (start.size() < text.size() && !start.empty() && (static_cast<unsigned char>(text[start.size()]) & 0xC0) == 0x80)
-        start.pop_back();
-    std::ranges::replace_if(start, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    if (start.empty())
-        return std::string(what);
-    return std::string(what) + " \"" + start + (start.size() < text.size() ? "...\"" : "\"");
+    const std::string start = startOf(text);
+    return start.empty() ? startOf(what) : startOf(what) + " \"" + start + "\"";
 }
 
 bool tellsNothingNew(std::string_view text, std::string_view known) {

@@ -35,7 +35,7 @@ struct ForeignContact {
 
     std::int64_t line = 0;     // where it begins in the file, from 1
     std::int64_t number = 0;   // among the contacts of the file, from 1
-    // For people: what is left behind, each with its text. A hostile card has a million of them: the rest is counted.
+    // For people: what is left behind, each with its text. A hostile row has 100,000 of them: the rest is counted.
     std::vector<std::string> notCarried;
     std::int64_t alsoNotCarried = 0;
     void leave(std::string what);
@@ -45,7 +45,7 @@ struct ForeignContact {
     [[nodiscard]] std::string title() const;
 };
 
-// "ROLE "Programmer"": what is left behind with the start of its text on one line.
+// "ROLE "Programmer"": what is left behind and its text on one line, of each the start.
 [[nodiscard]] std::string leftBehind(std::string_view what, std::string_view text);
 // Every word of `text` stands in `known`. Long texts are taken to tell something new.
 [[nodiscard]] bool tellsNothingNew(std::string_view text, std::string_view known);

@@ -122,7 +122,6 @@ void TableReader::takeHeadings() {
     std::map<std::string, std::size_t> groups;
     for (const Column &column : columns_)
         groupOf_.push_back(column.group.empty() ? 0 : groups.try_emplace(column.group, groups.size()).first->second);
-    groups_ = groups.size();
 }
 
 std::string TableReader::text(std::string_view cell) const {
@@ -171,19 +170,27 @@ void TableReader::takeCell(Row &row, std::size_t index, std::string_view cell) {
     Row::Group &group = row.groups[groupOf_[index]];
     group.column = group.column && column.role != Role::value ? group.column : &column;
     if (column.role == Role::type)
-        group.label = std::move(value);
+        setOnce(row, column, group.label, value);
     else if (column.role == Role::service)
-        group.service = std::move(value);
+        setOnce(row, column, group.service, value);
     else if (column.kind == Kind::unknown)
         row.contact.leave(leftBehind(column.heading, value));
     else if (column.kind != Kind::address)
-        group.values = std::move(value);
+        setOnce(row, column, group.values, value);
     else {
         std::string *const parts[] = {&group.address.street, &group.pobox, &group.extended, &group.address.city, &group.address.state,
                                       &group.address.postalCode, &group.address.country, &group.formatted};
         std::string &part = *parts[static_cast<int>(column.part)];
         part += (part.empty() ? "" : ", ") + value;
     }
+}
+
+// What a second column of the same meaning says is left behind, unless it is the same.
+void TableReader::setOnce(Row &row, const Column &column, std::string &field, const std::string &value) {
+    if (field.empty())
+        field = value;
+    else if (field != value)
+        row.contact.leave(leftBehind(column.heading, value));
 }
 
 void TableReader::takeText(Row &row, const Column &column, std::string value) {
@@ -193,12 +200,10 @@ void TableReader::takeText(Row &row, const Column &column, std::string value) {
         value = plainDate(value, column.isMonthFirst ? DayOrder::monthFirst : DayOrder::dayFirst);
     else if (column.field != Column::Field::notes)
         value = oneLine(std::move(value));
-    if (text.empty())
-        text = std::move(value);
-    else if (column.field == Column::Field::notes)
-        text += "\n" + value;
-    else if (text != value)
-        row.contact.leave(leftBehind(column.heading, value));
+    if (column.field == Column::Field::notes)
+        text += (text.empty() ? "" : "\n") + value;
+    else
+        setOnce(row, column, text, value);
 }
 
 void TableReader::takeAlone(Row &row, const Column &column, const std::string &value) {
@@ -211,10 +216,10 @@ void TableReader::takeAlone(Row &row, const Column &column, const std::string &v
     const DayOrder order = column.isMonthFirst ? DayOrder::monthFirst : DayOrder::dayFirst;
     switch (column.kind) {
     case Kind::text: return takeText(row, column, value);
-    case Kind::fullName: row.fullName = row.fullName.empty() ? oneLine(value) : row.fullName; return;
-    case Kind::birthYear: row.year = value; return;
-    case Kind::birthMonth: row.month = value; return;
-    case Kind::birthDay: row.day = value; return;
+    case Kind::fullName: return setOnce(row, column, row.fullName, oneLine(value));
+    case Kind::birthYear: return setOnce(row, column, row.year, value);
+    case Kind::birthMonth: return setOnce(row, column, row.month, value);
+    case Kind::birthDay: return setOnce(row, column, row.day, value);
     case Kind::phone: return addAll(c.phones);
     case Kind::email: return addAll(c.emails);
     case Kind::url: return addAll(c.urls);
@@ -237,8 +242,11 @@ void TableReader::finish(Row &row) {
             PostalAddress address = std::move(group.address);
             address.label = label;
             address.street = joined({address.street, group.extended, group.pobox}, ", ");
-            if (joined({address.street, address.city, address.state, address.postalCode, address.country}, "").empty())
+            const std::string parts = joined({address.street, address.city, address.state, address.postalCode, address.country}, " ");
+            if (parts.empty())
                 address.street = group.formatted;
+            else if (!tellsNothingNew(group.formatted, parts))
+                c.leave(leftBehind("formatted address", group.formatted));
             if (!joined({address.street, address.city, address.state, address.postalCode, address.country}, "").empty())
                 c.addresses.push_back(std::move(address));
             continue;

@@ -40,6 +40,7 @@ private:
     [[nodiscard]] std::string text(std::string_view cell) const;
     void takeHeadings();
     void takeCell(Row &row, std::size_t index, std::string_view cell);
+    static void setOnce(Row &row, const Column &column, std::string &field, const std::string &value);
     void takeText(Row &row, const Column &column, std::string value);
     void takeAlone(Row &row, const Column &column, const std::string &value);
     void finish(Row &row);
@@ -52,7 +53,6 @@ private:
     std::int64_t headingLine_ = 0;
     std::vector<Column> columns_;
     std::vector<std::size_t> groupOf_;   // of each column: the number of its group among all
-    std::size_t groups_ = 0;
     std::vector<std::int64_t> filled_;
 };
 

@@ -57,6 +57,38 @@ TEST(TableRewriting, goesOverAsCardsWhereATableWouldSwell) {
     EXPECT_LT(out.size(), table.size() * 5);
 }
 
+// ---------------------------------------------------------------- what is told
+
+struct Told {
+    const char *name, *table, *told;
+};
+class TableTold : public testing::TestWithParam<Told> {};
+
+TEST_P(TableTold, ofARowIsWhatItLeavesBehind) {
+    std::string told;
+    (void)rewriteTable(GetParam().table, "a.csv", [](std::string_view) {}, [&](std::int64_t line, const std::string &text) { told = line > 1 ? text : told; });
+    EXPECT_EQ(told, GetParam().told);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, TableTold, testing::Values(
+    Told{"anAddressThatSaysMore", "Home Street,Home City,Home Address\nS,C,\"S\n84 C\"\n", "row 1 leaves behind: formatted address \"S 84 C\""},
+    Told{"anAddressThatSaysTheSame", "Home Street,Home City,Home Address\nS,C,\"S\nC\"\n", ""},
+    Told{"aSecondNameAndNumber", "Name,Display Name,Phone 1 - Value,Phone 1 - Value\nA,B,1,2\n", "row 1 \"A\" leaves behind: Display Name \"B\"; Phone 1 - Value \"2\""},
+    Told{"aSecondYearOfBirth", "Name,Birth Year,Birth Year\nA,1980,1981\n", "row 1 \"A\" leaves behind: Birth Year \"1981\""}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+// A hostile row has a text under each of 100,000 headings, and headings of any length.
+TEST(TableRewriting, tellsOfAWideRowTheFirstFewAndTheirNumber) {
+    std::string headings = "Name", cells = "A";
+    for (int i = 0; i < 1000; ++i)
+        headings += ",x" + std::string(1000, 'y'), cells += ",z";
+    std::string told;
+    (void)rewriteTable(headings + "\n" + cells + "\n", "a.csv", [](std::string_view) {},
+                       [&](std::int64_t line, const std::string &text) { told = line > 1 ? text : told; });
+    EXPECT_TRUE(told.ends_with("; and 960 more")) << told;
+    EXPECT_LT(told.size(), 4000u);
+}
+
 // ---------------------------------------------------------------- headings
 
 struct Heading {
