@@ -15,6 +15,12 @@ public:
     static constexpr bool kEndsOnAnyThread = true;
     HN_DECLARE_CLASS_TABLE
 
+    // A hundred thousand hits end when the next search begins: their texts are asked for together rather than one by one.
+    ~HNBookMarkEntity() override {
+        name.prefetch();
+        url.prefetch();
+    }
+
     bool isFolder = false;
     bool isSelected = false;   // spare
     std::int32_t position = 0;
