@@ -1,15 +1,22 @@
 #include "toolkit/lists/NSMutableDictionary.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 void NSMutableDictionary::init(Entries entries) {
     const std::scoped_lock lock(mutex_);
-    entries_ = std::move(entries);
+    entries_ = {std::move_iterator(entries.begin()), std::move_iterator(entries.end())};
 }
 
 std::size_t NSMutableDictionary::count() const {
     const std::scoped_lock lock(mutex_);
     return entries_.size();
+}
+
+bool NSMutableDictionary::containsKey(const NSString &key) const {
+    const std::scoped_lock lock(mutex_);
+    return entries_.contains(key);
 }
 
 Value NSMutableDictionary::objectForKey(const NSString &key) const {
@@ -19,26 +26,27 @@ Value NSMutableDictionary::objectForKey(const NSString &key) const {
 }
 
 std::vector<NSString> NSMutableDictionary::allKeys() const {
-    const std::scoped_lock lock(mutex_);
     std::vector<NSString> keys;
-    keys.reserve(entries_.size());
-    for (const auto &[key, value] : entries_)
-        keys.push_back(key);
+    {
+        const std::scoped_lock lock(mutex_);
+        keys.reserve(entries_.size());
+        for (const auto &[key, value] : entries_)
+            keys.push_back(key);
+    }
+    std::ranges::sort(keys);
     return keys;
 }
 
 std::vector<Value> NSMutableDictionary::allValues() const {
-    const std::scoped_lock lock(mutex_);
     std::vector<Value> values;
-    values.reserve(entries_.size());
-    for (const auto &[key, value] : entries_)
-        values.push_back(value);
+    for (auto &[key, value] : entries())
+        values.push_back(std::move(value));
     return values;
 }
 
 NSMutableDictionary::Entries NSMutableDictionary::entries() const {
     const std::scoped_lock lock(mutex_);
-    return entries_;
+    return {entries_.begin(), entries_.end()};
 }
 
 void NSMutableDictionary::setObject_forKey(Value value, const NSString &key) {
@@ -52,7 +60,7 @@ void NSMutableDictionary::setObject_forKey(Value value, const NSString &key) {
 }
 
 void NSMutableDictionary::removeObjectForKey(const NSString &key) {
-    Entries::node_type old;
+    decltype(entries_)::node_type old;
     const std::scoped_lock lock(mutex_);
     old = entries_.extract(key);
 }
@@ -63,7 +71,7 @@ void NSMutableDictionary::removeObjectsForKeys(const std::vector<NSString> &keys
 }
 
 void NSMutableDictionary::removeAllObjects() {
-    Entries old;
+    decltype(entries_) old;
     const std::scoped_lock lock(mutex_);
     std::swap(old, entries_);
 }

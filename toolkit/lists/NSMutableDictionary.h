@@ -1,13 +1,14 @@
 // A dictionary that flows share, from texts to values.
 //
 // Threads  any; every operation locks. Walking goes over a copy of the keys or of the entries.
-// Order    keys stand by code points.
+// Order    walks go by the code points of the keys.
 // Absent   an unknown key gives the absent value; setting the absent value removes the key; an absent key is ignored.
 #pragma once
 
 #include <map>
 #include <memory>
 #include <mutex>
+#include <unordered_map>
 #include <vector>
 
 #include "toolkit/NSObject.h"
@@ -21,6 +22,7 @@ public:
     void init(Entries entries);
 
     [[nodiscard]] std::size_t count() const;
+    [[nodiscard]] bool containsKey(const NSString &key) const;
     [[nodiscard]] Value objectForKey(const NSString &key) const;
     template <class T> [[nodiscard]] std::shared_ptr<T> at(const NSString &key) const {
         return std::dynamic_pointer_cast<T>(objectForKey(key).object());
@@ -41,5 +43,5 @@ public:
 
 private:
     mutable std::mutex mutex_;
-    Entries entries_;
+    std::unordered_map<NSString, Value> entries_;
 };

@@ -1,7 +1,6 @@
 #include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
 
 #include <algorithm>
-#include <iterator>
 #include <unordered_set>
 
 #include "HNManagerPlugin/Classes/PublicProgressWindow/DeviceFilePreview.h"
@@ -72,21 +71,18 @@ void HNMbaseViewModel::removeMusicFromSource(const NSArray &objects) {
 
 NSString HNMbaseViewModel::identifierOfRow(const id &row) const { return row ? row->valueForKey("identifier").text() : NSString(); }
 
-namespace {
-
-std::unordered_set<NSString> keysOf(const NSMutableDictionary &dictionary) {
-    std::vector<NSString> keys = dictionary.allKeys();
-    return {std::move_iterator(keys.begin()), std::move_iterator(keys.end())};
-}
-
-}   // namespace
-
 void HNMbaseViewModel::removeKeyAtSearchSelectedArray() {
     const auto controller = arrayController.lock();
     const NSArray rows = contents->snapshot();
     if (controller && controller->selectionIndexes().count() == rows.count() && controller->arrangedObjects() == rows)
         return;
-    std::unordered_set<NSString> unselected = keysOf(*selectInfoDic);
+    std::unordered_set<NSString> unselected;   // all that may be forgotten: the keys on show or the remembered ones, the fewer
+    if (rows.count() < selectInfoDic->count())
+        for (const id &row : rows)
+            unselected.insert(identifierOfRow(row));
+    else
+        for (NSString &key : selectInfoDic->allKeys())
+            unselected.insert(std::move(key));
     if (controller && !unselected.empty())
         for (const id &row : controller->selectedObjects())
             unselected.erase(identifierOfRow(row));
@@ -135,11 +131,10 @@ void HNMbaseViewModel::showRows(const NSArray &rows) {
 }
 
 void HNMbaseViewModel::restoreSelection() {
-    const std::unordered_set<NSString> remembered = keysOf(*selectInfoDic);
     NSArray::Items selected;
-    if (!remembered.empty())
+    if (selectInfoDic->count() > 0)
         for (const id &row : contents->snapshot())
-            if (remembered.contains(identifierOfRow(row)))
+            if (selectInfoDic->containsKey(identifierOfRow(row)))
                 selected.push_back(row);
     tell(arrayController, [&](NSArrayController &controller) { controller.setSelectedObjects(NSArray(std::move(selected))); });
 }

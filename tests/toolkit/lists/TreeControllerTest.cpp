@@ -140,12 +140,40 @@ TEST_F(TreeController, removesTheRightObjectsWhereTheNodesAreSorted) {
     EXPECT_EQ(names(tree->content()->snapshot()), "f c");
 }
 
+TEST_F(TreeController, makesNodesOnlyWhereSomebodyLooks) {
+    const auto deep = item("x");
+    const auto h = folder("h", {folder("i", {deep})});
+    fill({h});
+    const std::weak_ptr<NSTreeNode> ofH = node({2});
+    EXPECT_EQ(h.use_count(), 3);      // the test, the content, its node
+    EXPECT_EQ(deep.use_count(), 2);   // nobody looked below h
+    h->children->addObject(item("y"));
+    EXPECT_EQ(ofH.lock()->childCount(), 2U);   // as the list is when first asked for
+    h->children->addObject(item("z"));
+    EXPECT_EQ(ofH.lock()->childCount(), 2U);   // and from then on as of the last rearranging
+    tree->rearrangeObjects();
+    EXPECT_EQ(tree->toString(), "(f (a g (b)) c h (i (x) y z)) selection");
+    EXPECT_TRUE(tree->isConsistent());
+}
+
 TEST_F(TreeController, leavesOutAnObjectAmongItsOwnAncestors) {
     const auto f = node({0})->represented<Item>();
     node({0, 1})->represented<Item>()->children->addObject(f);
     tree->rearrangeObjects();
     EXPECT_EQ(tree->toString(), "(f (a g (b)) c) selection");
     node({0, 1})->represented<Item>()->children->removeObject(f);   // else the ring keeps itself alive
+
+    auto below = item("40");
+    const auto last = below;
+    for (int level = 39; level > 0; --level)
+        below = folder(std::to_string(level).c_str(), {below});
+    last->children->addObject(below);
+    tree->content()->setArray(NSArray::of(std::vector{below}));
+    tree->rearrangeObjects();
+    const std::string text = tree->toString();
+    EXPECT_EQ(text.substr(0, 8), "(1 (2 (3");
+    EXPECT_EQ(text.substr(text.find("39")), "39 (40" + std::string(40, ')') + " selection");
+    last->children->removeAllObjects();
 }
 
 }  // namespace

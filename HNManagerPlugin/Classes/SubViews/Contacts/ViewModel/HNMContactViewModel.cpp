@@ -172,6 +172,8 @@ void HNMContactViewModel::showSelectRowContactDetailInfo(std::int64_t row) {
 // ---------------------------------------------------------------- search
 
 NSString HNMContactViewModel::identifierOfRow(const id &row) const {
+    if (row && row->isMemberOf<ZpContactDataInfo>())   // all of them, as a rule: a search asks for each row's key
+        return static_cast<const ZpContactDataInfo &>(*row).pKey();
     const auto *contact = dynamic_cast<const ZpContactDataInfo *>(row.get());
     return contact ? contact->pKey() : NSString();
 }
