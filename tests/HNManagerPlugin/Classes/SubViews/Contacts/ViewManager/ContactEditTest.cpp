@@ -3,7 +3,7 @@
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/NewContactWindow/NewContactDialogWindow.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
-#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+#include "tests/support/ContactText.h"
 #include "tests/support/AnswerScript.h"
 #include "toolkit/views/NSApplication.h"
 

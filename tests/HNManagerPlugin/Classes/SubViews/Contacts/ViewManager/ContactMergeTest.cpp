@@ -5,7 +5,7 @@
 #include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/DuplicateCellView.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/DuplicateContactWindow/HNDuplicateBaseView.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
-#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+#include "tests/support/ContactText.h"
 #include "tests/support/AnswerScript.h"
 #include "toolkit/views/NSApplication.h"
 

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRules.h"
-#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/Crowd.h"
+#include "tests/support/ContactText.h"
 
 namespace {
 
@@ -35,8 +34,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"sameName", {person("Bob", {}), person("ANN", {}), person("ann", {})}, person("Ann", {}), 1},
         Row{"sameNumber",
             {person("Bob", {"5-5"}), person("Cid", {"55"})},
-            person("Ann", {"7", "5\xC2\xA0"
-                                "5"}),
+            person("Ann", {"7", "5\u00A05"}),
             0},
         Row{"blanksInANumberCount", {person("Bob", {"5 5"})}, person("Ann", {"55"}), -1},
         Row{"sameEmail", {person("Bob", {}, {"a@b"})}, person("Ann", {}, {"a-@b"}), 0},
@@ -115,62 +113,6 @@ void combinePlainly(const ContactList &contents, const ContactList &records) {
                 n->mutable_emails().push_back(email);
     }
 }
-
-// Few different words, so that much agrees; absent and empty ones, and two cases of each.
-class Crowd {
-public:
-    explicit Crowd(unsigned seed) : random_(seed) {}
-
-    ContactList contacts(std::size_t count) {
-        ContactList made;
-        while (made.size() < count)
-            made.push_back(contact());
-        return made;
-    }
-
-private:
-    bool rarely(unsigned outOf) { return random_() % outOf == 0; }
-    NSString word() {
-        static const NSString kWords[] = {"", "a", "A", "b", "B", "\xC3\xA4", "\xC3\x84", "-a", "a\xC2\xA0"};
-        return rarely(4) ? NSString() : kWords[random_() % std::size(kWords)];
-    }
-    NSString seldomWord() { return rarely(4) ? word() : NSString(); }
-    std::size_t few() { return rarely(3) ? random_() % 4 : 0; }
-
-    std::shared_ptr<ZpContactDataInfo> contact() {
-        auto c = make<ZpContactDataInfo>();
-        if (rarely(20))
-            return c;
-        c->setCompany_name(seldomWord());
-        c->setDepartment(seldomWord());
-        c->setNotes(rarely(8) ? word() : NSString());
-        c->setCompleteName(word());
-        c->setFirst_name_yomi(seldomWord());
-        c->setLast_name_yomi(rarely(10) ? word() : NSString());
-        for (std::size_t i = few(); i > 0; --i)
-            c->mutable_phone_numbers().push_back({word(), word()});
-        for (std::size_t i = few(); i > 0; --i)
-            c->mutable_emails().push_back({word(), word()});
-        lists(*c);
-        return c;
-    }
-    void lists(ZpContactDataInfo &c) {
-        for (std::size_t i = few(); i > 0; --i) {
-            ZpContactAddressDataInfo address;
-            address.type = NSString(std::to_string(i));
-            address.country = word();
-            address.street = seldomWord();
-            c.mutable_addresses().push_back(address);
-        }
-        for (std::size_t i = few(); i > 0; --i)
-            c.mutable_ims().push_back({NSString(std::to_string(i)), word(), word()});
-        for (std::size_t i = few(); i > 0; --i)
-            c.mutable_urls().push_back({NSString(std::to_string(i)), word()});
-        for (std::size_t i = rarely(4) ? few() : 0; i > 0; --i)
-            c.mutable_relatednames().push_back({NSString(std::to_string(i)), word()});
-    }
-    std::mt19937 random_;
-};
 
 ContactList copies(const ContactList &contacts) {
     ContactList twins;

@@ -2,94 +2,51 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+#include "tests/support/ContactText.h"
 
 namespace {
 
 using namespace contactRules;
-using Change = std::function<void(ZpContactDataInfo &)>;
-
-std::shared_ptr<ZpContactDataInfo> contact(const Change &change) {
-    auto made = make<ZpContactDataInfo>();
-    change(*made);
-    return made;
-}
-
-ZpContactAddressDataInfo address(const char *country, const char *street, const char *countryCode = nullptr) {
-    ZpContactAddressDataInfo made;
-    made.country = country;
-    made.street = street;
-    made.country_code = countryCode;
-    return made;
-}
 
 struct Pair {
-    const char *name;
-    Change left, right;
+    const char *name, *left, *right;
     bool agree, agreeTheOtherWayRound;
 };
 const auto kName = [](const auto &row) { return std::string(row.param.name); };
-const Change kNothing = [](ZpContactDataInfo &) {};
 
 class ContactItems : public testing::TestWithParam<Pair> {};
 
 TEST_P(ContactItems, agreeOrNot) {
     const Pair &pair = GetParam();
-    EXPECT_EQ(checkContactItem_sameAs(*contact(pair.left), *contact(pair.right)), pair.agree);
-    EXPECT_EQ(checkContactItem_sameAs(*contact(pair.right), *contact(pair.left)), pair.agreeTheOtherWayRound);
-}
-
-using C = ZpContactDataInfo;
-using Urls = std::vector<ZpUrlDataInfo>;
-using Addresses = std::vector<ZpContactAddressDataInfo>;
-Change urls(Urls list) {
-    return [=](C &c) { c.mutable_urls() = list; };
-}
-Change addresses(Addresses list) {
-    return [=](C &c) { c.mutable_addresses() = list; };
+    EXPECT_EQ(checkContactItem_sameAs(*contactOf(pair.left), *contactOf(pair.right)), pair.agree);
+    EXPECT_EQ(checkContactItem_sameAs(*contactOf(pair.right), *contactOf(pair.left)), pair.agreeTheOtherWayRound);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Rule, ContactItems,
     testing::Values(
-        Pair{"empty", kNothing, kNothing, true, true},
-        Pair{"caseOfCompany", [](C &c) { c.setCompany_name("ACME \xC3\x84"); }, [](C &c) { c.setCompany_name("Acme \xC3\xA4"); }, true, true},
-        Pair{"notes", [](C &c) { c.setNotes("a"); }, [](C &c) { c.setNotes("b"); }, false, false},
-        Pair{"absentLeftIsAnything", kNothing, [](C &c) { c.setJob_title("x"); }, true, false},
-        Pair{"emptyIsNotAbsent", [](C &c) { c.setBirthday(""); }, kNothing, false, true},
-        Pair{"departmentOnlyRight", kNothing, [](C &c) { c.setDepartment("x"); }, true, false},
-        Pair{"namesAndNumbersPlayNoPart",
-             [](C &c) {
-                 c.setCompleteName("a"), c.setFirst_name("a"), c.setNickname("a");
-                 c.mutable_phone_numbers() = {{"home", "1"}}, c.mutable_emails() = {{"home", "a@b"}};
-             },
-             kNothing, true, true},
-        Pair{"countOfUrls", urls({{"a", NSString()}}), kNothing, false, false},
-        Pair{"upperCaseSortsFirst", urls({{"a", "u"}, {"b", "v"}}), urls({{"c", "u"}, {"d", "V"}}), false, false},
-        Pair{"orderOfUrlsOfOneCase", urls({{"a", "u"}, {"b", "v"}}), urls({{"c", "v"}, {"d", "u"}}), true, true},
-        Pair{"addressesOfOneCountryKeepTheirOrder", addresses({address("US", "a"), address("US", "b")}),
-             addresses({address("US", "b"), address("US", "a")}), false, false},
-        Pair{"addressesByCountry", addresses({address("US", "a"), address("DE", "b")}), addresses({address("DE", "B"), address("US", "A")}), true, true},
-        Pair{"countryCodeCounts", addresses({address("US", "a", "us")}), addresses({address("US", "a", "ca")}), false, false},
-        Pair{"absentCountryCodeAtTheLeft", addresses({address("US", "a")}), addresses({address("US", "a", "ca")}), true, false},
-        Pair{"serviceOfAnImPlaysNoPart", [](C &c) { c.mutable_ims() = {{"", "AIM", "joe"}}; }, [](C &c) { c.mutable_ims() = {{"", "ICQ", "Joe"}}; }, true, true},
-        Pair{"dates", [](C &c) { c.mutable_dates() = {{"", "2001"}}; }, [](C &c) { c.mutable_dates() = {{"", "2002"}}; }, false, false},
-        Pair{"relatedNames", [](C &c) { c.mutable_relatednames() = {{"x", "Ann"}}; }, [](C &c) { c.mutable_relatednames() = {{"y", "ANN"}}; }, true, true}),
+        Pair{"empty", "", "", true, true},
+        Pair{"caseOfCompany", "company=ACME Ä", "company=Acme ä", true, true},
+        Pair{"notes", "notes=a", "notes=b", false, false},
+        Pair{"absentLeftIsAnything", "", "job=x", true, false},
+        Pair{"emptyIsNotAbsent", "birthday=", "", false, true},
+        Pair{"departmentOnlyRight", "", "department=x", true, false},
+        Pair{"namesAndNumbersPlayNoPart", "completeName=a; first_name=a; nickname=a; tel(home)=1; email(home)=a@b", "", true, true},
+        Pair{"countOfUrls", "url(a)=~", "", false, false},
+        Pair{"upperCaseSortsFirst", "url(a)=u; url(b)=v", "url(c)=u; url(d)=V", false, false},
+        Pair{"orderOfUrlsOfOneCase", "url(a)=u; url(b)=v", "url(c)=v; url(d)=u", true, true},
+        Pair{"addressesOfOneCountryKeepTheirOrder", "adr(~)=a,~,~,~,US; adr(~)=b,~,~,~,US", "adr(~)=b,~,~,~,US; adr(~)=a,~,~,~,US", false, false},
+        Pair{"addressesByCountry", "adr(~)=a,~,~,~,US; adr(~)=b,~,~,~,DE", "adr(~)=B,~,~,~,DE; adr(~)=A,~,~,~,US", true, true},
+        Pair{"countryCodeCounts", "adr(~)=a,~,~,~,US,us", "adr(~)=a,~,~,~,US,ca", false, false},
+        Pair{"absentCountryCodeAtTheLeft", "adr(~)=a,~,~,~,US", "adr(~)=a,~,~,~,US,ca", true, false},
+        Pair{"serviceOfAnImPlaysNoPart", "im()=AIM/joe", "im()=ICQ/Joe", true, true},
+        Pair{"dates", "date()=2001", "date()=2002", false, false},
+        Pair{"relatedNames", "related(x)=Ann", "related(y)=ANN", true, true}),
     kName);
 
 TEST(ContactItemSorts, stayForGoodUpToTheFirstDifference) {
-    const auto left = contact([](C &c) {
-        c.mutable_ims() = {{"", "s", "b"}, {"", "s", "a"}};
-        c.mutable_urls() = {{"", "2"}, {"", "1"}};
-        c.mutable_dates() = {{"", "2"}, {"", "1"}};
-    });
-    const auto right = contact([](C &c) {
-        c.mutable_ims() = {{"", "s", "a"}, {"", "s", "b"}};
-        c.mutable_urls() = {{"", "3"}, {"", "1"}};
-        c.mutable_dates() = {{"", "2"}, {"", "1"}};
-    });
+    const auto left = contactOf("im()=s/b; im()=s/a; url()=2; url()=1; date()=2; date()=1");
+    const auto right = contactOf("im()=s/a; im()=s/b; url()=3; url()=1; date()=2; date()=1");
     EXPECT_FALSE(checkContactItem_sameAs(*left, *right));
     EXPECT_EQ(described(*left), "url()=1; url()=2; date()=2; date()=1; im()=s/a; im()=s/b");
     EXPECT_EQ(described(*right), "url()=1; url()=3; date()=2; date()=1; im()=s/a; im()=s/b");
@@ -99,28 +56,24 @@ class ContactNames : public testing::TestWithParam<Pair> {};
 
 TEST_P(ContactNames, agreeOrNot) {
     const Pair &pair = GetParam();
-    EXPECT_EQ(checkContactName_sameAs(*contact(pair.left), *contact(pair.right)), pair.agree);
-    EXPECT_EQ(checkContactName_sameAs(*contact(pair.right), *contact(pair.left)), pair.agreeTheOtherWayRound);
-}
-
-Change named(const char *name, const char *middleYomi = nullptr) {
-    return [=](C &c) { c.setCompleteName(name), c.setMiddle_name_yomi(middleYomi); };
+    EXPECT_EQ(checkContactName_sameAs(*contactOf(pair.left), *contactOf(pair.right)), pair.agree);
+    EXPECT_EQ(checkContactName_sameAs(*contactOf(pair.right), *contactOf(pair.left)), pair.agreeTheOtherWayRound);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Rule, ContactNames,
-    testing::Values(Pair{"twoNameless", kNothing, named(""), false, false}, Pair{"nameInAnyCase", named("Joe"), named("JOE"), true, true},
-                    Pair{"otherName", named("Joe"), named("Jo"), false, false},
-                    Pair{"firstNamePlaysNoPart", [](C &c) { c.setFirst_name("Joe"); }, [](C &c) { c.setFirst_name("Joe"); }, false, false},
-                    Pair{"namelessLeftAgreesWithAnyName", kNothing, named("Joe"), true, false},
-                    Pair{"phoneticReadingDiffers", named("Joe", "a"), named("Joe", "b"), false, false},
-                    Pair{"phoneticReadingAlone", named(nullptr, "do"), named(nullptr, "DO"), true, true}),
+    testing::Values(
+        Pair{"twoNameless", "", "completeName=", false, false},
+        Pair{"nameInAnyCase", "completeName=Joe", "completeName=JOE", true, true},
+        Pair{"otherName", "completeName=Joe", "completeName=Jo", false, false},
+        Pair{"firstNamePlaysNoPart", "first_name=Joe", "first_name=Joe", false, false},
+        Pair{"namelessLeftAgreesWithAnyName", "", "completeName=Joe", true, false},
+        Pair{"phoneticReadingDiffers", "completeName=Joe; middle_name_yomi=a", "completeName=Joe; middle_name_yomi=b", false, false},
+        Pair{"phoneticReadingAlone", "middle_name_yomi=do", "middle_name_yomi=DO", true, true}),
     kName);
 
 TEST(ContactNumbers, losesNoBreakSpacesAndHyphensOnly) {
-    EXPECT_EQ(deletePhoneNumberSpace("+1\xC2\xA0"
-                                     "555-12 (3)\t-"),
-              NSString("+155512 (3)\t"));
+    EXPECT_EQ(deletePhoneNumberSpace("+1\u00A0555-12 (3)\t-"), NSString("+155512 (3)\t"));
     EXPECT_EQ(deletePhoneNumberSpace("-"), NSString(""));
     EXPECT_TRUE(deletePhoneNumberSpace(NSString()).isNil());
 }

@@ -2,21 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRules.h"
-#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactText.h"
+#include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/Crowd.h"
+#include "tests/support/ContactText.h"
 
 namespace {
 
 using namespace contactRules;
 using Person = std::shared_ptr<ZpContactDataInfo>;
-
-Person at(const char *company, const char *name, const std::vector<const char *> &phones = {}) {
-    auto made = person(name, phones);
-    made->setCompany_name(company);
-    return made;
-}
 
 // Positions, "1 2 0 | 4 3": the opener last.
 std::string text(const DupContactGroups &groups, const ContactList &contacts) {
@@ -50,23 +43,12 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"sameName", {person("Ann"), person("Bob"), person("ANN"), person("ann")}, "2 3 0"},
         Row{"namelessOnesNeverAgreeByName", {person(""), person(""), person(nullptr)}, ""},
         Row{"namelessOnesAgreeByNumber", {person("", {"1"}), person("", {"1"})}, "1 0"},
-        Row{"otherNotes",
-            {person("Ann"), [] {
-                 auto ann = person("Ann");
-                 ann->setNotes("x");
-                 return ann;
-             }()},
-            ""},
-        Row{"absentCountsAtTheLaterOneAlone", {at("Acme", "Ann"), at(nullptr, "Ann"), at("acme", "Ann")}, "1 2 0"},
-        Row{"presentAgainstAnAbsentOpener", {at(nullptr, "Ann"), at("Acme", "Ann")}, ""},
+        Row{"otherNotes", contactsOf({"completeName=Ann", "completeName=Ann; notes=x"}), ""},
+        Row{"absentCountsAtTheLaterOneAlone",
+            contactsOf({"completeName=Ann; company=Acme", "completeName=Ann", "completeName=Ann; company=acme"}), "1 2 0"},
+        Row{"presentAgainstAnAbsentOpener", contactsOf({"completeName=Ann", "completeName=Ann; company=Acme"}), ""},
         Row{"anAbsentNameIsAnything", {person("Ann"), person(nullptr), person("Bob")}, "1 0"},
-        Row{"numbersAreComparedWithTheirLabel",
-            {person("Ann", {"1"}), [] {
-                 auto bob = person("Bob");
-                 bob->mutable_phone_numbers() = {{"home", "1"}};
-                 return bob;
-             }()},
-            ""},
+        Row{"numbersAreComparedWithTheirLabel", contactsOf({"completeName=Ann; tel()=1", "completeName=Bob; tel(home)=1"}), ""},
         Row{"numbersAreComparedExactly", {person("Ann", {"1-1"}), person("Bob", {"11"})}, ""},
         Row{"emptyNumbersCountForTheOpener", {person("Ann", {""}), person("Bob", {""})}, "1 0"},
         Row{"emptyNumbersDoNotCountLater", {person("Ann", {"1"}), person("Bob", {"1", ""}), person("Cid", {""})}, "1 0"},
@@ -92,12 +74,9 @@ TEST(DuplicateSearch, stopsWithTheGroupsThatAreFinished) {
 }
 
 TEST(DuplicateSearch, leavesTheContactsAsTheyAre) {
-    const auto one = person("Ann"), two = person("Ann");
-    one->mutable_urls() = {{"", "b"}, {"", "a"}};
-    two->mutable_urls() = {{"", "a"}, {"", "b"}};
-    const std::string before = described({one, two});
-    EXPECT_EQ(DuplicateSearch::groupsOf({one, two}).size(), 1U);
-    EXPECT_EQ(described({one, two}), before);
+    const ContactList contacts = contactsOf({"completeName=Ann; url()=b; url()=a", "completeName=Ann; url()=a; url()=b"});
+    EXPECT_EQ(DuplicateSearch::groupsOf(contacts).size(), 1U);
+    EXPECT_EQ(described(contacts), "completeName=Ann; url()=b; url()=a\ncompleteName=Ann; url()=a; url()=b\n");
 }
 
 // ---------------------------------------------------------------- against the plain way
@@ -166,56 +145,11 @@ Plain plainly(const ContactList &contacts) {
     return plain;
 }
 
-// Small alphabets, so that all meet: absent, empty, two cases, few numbers.
-class Crowd {
-public:
-    explicit Crowd(unsigned seed) : random_(seed) {}
-
-    ContactList people(int count) {
-        ContactList list;
-        kinds_ = 1 + below(4);
-        for (int i = 0; i < count; ++i)
-            list.push_back(one());
-        return list;
-    }
-
-private:
-    int below(int n) { return std::uniform_int_distribution(0, n - 1)(random_); }
-    NSString pick(std::initializer_list<const char *> texts) { return texts.begin()[below(static_cast<int>(texts.size()))]; }
-    NSString rare() { return below(kinds_ + 2) > 1 ? NSString() : pick({nullptr, "", "x", "X", "y"}); }
-
-    Person one() {
-        auto made = make<ZpContactDataInfo>();
-        made->setCompleteName(pick({nullptr, "", "Ann", "ANN", "Bob", "Cid", "dan", "Eve", "\xC3\x84", "\xC3\xA4"}));
-        if (below(4) == 0)
-            made->setFirst_name_yomi(pick({"", "a", "A", nullptr}));
-        made->setCompany_name(rare());
-        made->setNotes(rare());
-        made->setBirthday(rare());
-        for (int n = below(4) - 1; n > 0; --n)
-            made->mutable_phone_numbers().push_back({pick({"home", "cell"}), pick({nullptr, "", "1", "2", "3", "4", "5", "6", "7"})});
-        for (int n = below(4) - 1; n > 0; --n)
-            made->mutable_emails().push_back({pick({"home", nullptr}), pick({nullptr, "", "a@b", "A@b", "c@d", "e@f"})});
-        for (int n = below(8) - 5; n > 0; --n)
-            made->mutable_urls().push_back({pick({"", "x"}), pick({nullptr, "u", "U", "v"})});
-        if (below(6) == 0) {
-            ZpContactAddressDataInfo address;
-            address.country = pick({nullptr, "DE"});
-            address.street = pick({nullptr, "a", "A"});
-            made->mutable_addresses().push_back(address);
-        }
-        return made;
-    }
-
-    std::mt19937 random_;
-    int kinds_ = 1;
-};
-
 TEST(DuplicateSearch, givesWhatTheWalkOverAllPairsGives) {
     std::size_t groupsSeen = 0, roundsSeen = 0;
     for (unsigned seed = 0; seed < 400; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        const ContactList contacts = Crowd(seed).people(2 + static_cast<int>(seed % 60));
+        const ContactList contacts = Crowd(seed).contacts(2 + seed % 60);
         std::string log;
         const auto groups = DuplicateSearch::groupsOf(contacts, {}, [&](std::string_view line) { log += std::string(line) + "\n"; });
         const Plain plain = plainly(contacts);

@@ -1,0 +1,168 @@
+#include "tests/support/ContactText.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+using C = ZpContactDataInfo;
+
+constexpr struct {
+    std::string_view name;
+    const NSString &(C::*read)() const;
+    void (C::*write)(NSString);
+} kTexts[] = {
+    {"pKey", &C::pKey, &C::setPKey},
+    {"completeName", &C::completeName, &C::setCompleteName},
+    {"last_name", &C::last_name, &C::setLast_name},
+    {"first_name", &C::first_name, &C::setFirst_name},
+    {"middle_name", &C::middle_name, &C::setMiddle_name},
+    {"name_title", &C::name_title, &C::setName_title},
+    {"name_suffix", &C::name_suffix, &C::setName_suffix},
+    {"first_name_yomi", &C::first_name_yomi, &C::setFirst_name_yomi},
+    {"middle_name_yomi", &C::middle_name_yomi, &C::setMiddle_name_yomi},
+    {"last_name_yomi", &C::last_name_yomi, &C::setLast_name_yomi},
+    {"nickname", &C::nickname, &C::setNickname},
+    {"company", &C::company_name, &C::setCompany_name},
+    {"department", &C::department, &C::setDepartment},
+    {"job", &C::job_title, &C::setJob_title},
+    {"birthday", &C::birthday, &C::setBirthday},
+    {"notes", &C::notes, &C::setNotes},
+};
+
+std::string escaped(const NSString &text) {
+    if (text.isNil())
+        return "~";
+    std::string out;
+    for (const char c : text.view()) {
+        if (c == '\r' || c == '\n' || c == '\t' || c == '\0')
+            out += c == '\r' ? "\\r" : c == '\n' ? "\\n" : c == '\t' ? "\\t" : "\\0";
+        else
+            out += c;
+    }
+    return out;
+}
+
+NSString read(std::string_view text) { return text == "~" ? NSString() : NSString(text); }
+
+std::vector<NSString> split(std::string_view text, char mark, std::size_t parts) {
+    std::vector<NSString> texts;
+    for (std::size_t end = 0; end != text.npos && texts.size() < parts; text.remove_prefix(end == text.npos ? 0 : end + 1)) {
+        end = texts.size() + 1 == parts ? text.npos : text.find(mark);
+        texts.push_back(read(text.substr(0, end)));
+    }
+    texts.resize(parts);
+    return texts;
+}
+
+void setItem(C &c, std::string_view name, const NSString &type, std::string_view value) {
+    if (name == "tel")
+        return c.mutable_phone_numbers().push_back({type, read(value)});
+    if (name == "email")
+        return c.mutable_emails().push_back({type, read(value)});
+    if (name == "url")
+        return c.mutable_urls().push_back({type, read(value)});
+    if (name == "date")
+        return c.mutable_dates().push_back({type, read(value)});
+    if (name == "related")
+        return c.mutable_relatednames().push_back({type, read(value)});
+    if (name == "im") {
+        const auto parts = split(value, '/', 2);
+        return c.mutable_ims().push_back({type, parts[0], parts[1]});
+    }
+    if (name != "adr")
+        throw std::invalid_argument("no field of a contact: " + std::string(name));
+    const auto parts = split(value, ',', 6);
+    c.mutable_addresses().push_back({type, parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]});
+}
+
+// Where the next field begins: behind "; ", a word and "=" or "(".
+std::size_t endOfField(std::string_view text) {
+    for (std::size_t at = 0; (at = text.find("; ", at)) != text.npos; at += 2) {
+        const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyzNK_", at + 2);
+        if (end != text.npos && end > at + 2 && (text[end] == '=' || text[end] == '('))
+            return at;
+    }
+    return text.size();
+}
+
+}   // namespace
+
+std::string described(const ZpContactDataInfo &c) {
+    std::string line;
+    const auto add = [&line](const std::string &part) { line += (line.empty() ? "" : "; ") + part; };
+    const auto item = [&add](const char *name, const NSString &type, const std::string &value) {
+        add(std::string(name) + "(" + escaped(type) + ")=" + value);
+    };
+    for (const auto &text : kTexts)
+        if ((c.*text.read)())
+            add(std::string(text.name) + "=" + escaped((c.*text.read)()));
+    for (const auto &p : c.phone_numbers())
+        item("tel", p.type, escaped(p.phone_number));
+    for (const auto &e : c.emails())
+        item("email", e.type, escaped(e.email));
+    for (const auto &a : c.addresses())
+        item("adr", a.type,
+             escaped(a.street) + "," + escaped(a.city) + "," + escaped(a.state) + "," + escaped(a.postal_code) +
+                 "," + escaped(a.country) + (a.country_code ? "," + escaped(a.country_code) : ""));
+    for (const auto &u : c.urls())
+        item("url", u.type, escaped(u.url));
+    for (const auto &d : c.dates())
+        item("date", d.type, escaped(d.date));
+    for (const auto &r : c.relatednames())
+        item("related", r.type, escaped(r.relatename));
+    for (const auto &i : c.ims())
+        item("im", i.type, escaped(i.service) + "/" + escaped(i.user));
+    if (c.imageCharData())
+        add("image=" + escaped(NSString(c.imageCharData()->bytes())));
+    if (c.image_length() != 0)
+        add("image_length=" + std::to_string(c.image_length()));
+    return line;
+}
+
+std::string described(const ContactList &contacts) {
+    std::string text;
+    for (const auto &contact : contacts)
+        text += described(*contact) + "\n";
+    return text;
+}
+
+void fill(C &contact, std::string_view text) {
+    while (!text.empty()) {
+        const std::string_view field = text.substr(0, endOfField(text));
+        text.remove_prefix(std::min(text.size(), field.size() + 2));
+        const std::size_t nameEnd = field.find_first_of("(=");
+        const std::string_view name = field.substr(0, nameEnd);
+        const auto *plain = std::ranges::find(kTexts, name, [](const auto &row) { return row.name; });
+        const std::size_t typeEnd = field.find(")=");
+        if (plain != std::end(kTexts))
+            (contact.*plain->write)(read(field.substr(nameEnd + 1)));
+        else if (name == "image")
+            contact.setImageCharData(NSData::of(std::string(field.substr(nameEnd + 1))));
+        else
+            setItem(contact, name, read(field.substr(nameEnd + 1, typeEnd - nameEnd - 1)), field.substr(typeEnd + 2));
+    }
+}
+
+std::shared_ptr<C> contactOf(std::string_view text) {
+    auto made = make<C>();
+    fill(*made, text);
+    return made;
+}
+
+ContactList contactsOf(std::initializer_list<std::string_view> texts) {
+    ContactList contacts;
+    for (const std::string_view text : texts)
+        contacts.push_back(contactOf(text));
+    return contacts;
+}
+
+std::shared_ptr<C> person(const char *name, const std::vector<const char *> &phones, const std::vector<const char *> &emails) {
+    auto made = make<C>();
+    made->setCompleteName(name);
+    for (const char *phone : phones)
+        made->mutable_phone_numbers().push_back({"", phone});
+    for (const char *email : emails)
+        made->mutable_emails().push_back({"", email});
+    return made;
+}
