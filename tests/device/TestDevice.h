@@ -10,6 +10,7 @@
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
 #include "device/ImageFolder.h"
 #include "device/contacts/AddressBookStore.h"
+#include "tests/support/ContactText.h"
 #include "tests/support/TempFolder.h"
 
 namespace testdevice {
@@ -20,7 +21,6 @@ using ::pictureOf, ::readFile, ::TempFolder;
 struct Version {
     const char *name;
     std::string sql;
-    bool hasGroups, hasParts;
 };
 [[nodiscard]] const std::vector<Version> &versions();
 [[nodiscard]] const Version &newestVersion();
@@ -49,11 +49,9 @@ private:
 void execOn(const std::filesystem::path &database, const std::string &sql);
 inline void write(const std::filesystem::path &file, std::string_view bytes) { writeFile(file, bytes); }
 
-using Fill = std::function<void(ZpContactDataInfo &)>;
-[[nodiscard]] std::shared_ptr<ZpContactDataInfo> contact(const Fill &fill);
-[[nodiscard]] std::shared_ptr<ZpContactDataInfo> named(const char *first, const char *last = nullptr);
-// Every field that is there, in one fixed order, as "name=value" lines; lists with their types.
-[[nodiscard]] std::string described(const ZpContactDataInfo &contact);
+[[nodiscard]] std::shared_ptr<ZpContactDataInfo> named(const char *first);
+// As one line, but for the key that the row gives it.
+[[nodiscard]] std::string textOf(const ZpContactDataInfo &contact);
 [[nodiscard]] std::string names(const ContactList &contacts);
 
 // Runs `work` in a child process and waits; gives its exit status, 128 + the signal that ended it.

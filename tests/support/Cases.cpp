@@ -28,6 +28,13 @@ void PrintTo(const Case &row, std::ostream *out) { *out << row.parts.front(); }
 
 std::string nameOfCase(const testing::TestParamInfo<Case> &row) { return row.param.name; }
 
+std::string withReturns(std::string_view text) {
+    std::string lines;
+    for (const char c : text)
+        lines += c == '\n' ? "\r\n" : std::string(1, c);
+    return lines;
+}
+
 std::vector<Case> casesOf(const std::string &sample, std::size_t parts) {
     std::vector<Case> cases;
     std::istringstream lines(readFile(std::string(HN_SAMPLES_DIR "/") + sample));

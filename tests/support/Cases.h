@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct Case {
@@ -23,3 +24,5 @@ void PrintTo(const Case &row, std::ostream *out);
 
 [[nodiscard]] std::vector<Case> casesOf(const std::string &sample, std::size_t parts = 2);
 [[nodiscard]] std::string nameOfCase(const testing::TestParamInfo<Case> &row);
+// The text with a carriage return before each line feed.
+[[nodiscard]] std::string withReturns(std::string_view text);

@@ -27,11 +27,7 @@ std::string outcome(std::string_view text) {
 class CardLine : public testing::TestWithParam<Case> {};
 
 TEST_P(CardLine, givesItsFields) {
-    std::string card = "BEGIN:VCARD\r\n";
-    std::istringstream lines(GetParam().parts[0] + "\nEND:VCARD");
-    for (std::string line; std::getline(lines, line);)
-        card += line + "\r\n";
-    EXPECT_EQ(outcome(card), GetParam().parts[1] + "\n");
+    EXPECT_EQ(outcome(withReturns("BEGIN:VCARD\n" + GetParam().parts[0] + "\nEND:VCARD\n")), GetParam().parts[1] + "\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, CardLine, testing::ValuesIn(casesOf("cases/cardLines.txt")), nameOfCase);
@@ -141,10 +137,7 @@ void expectTakenOrRefused(const std::string &text) {
 TEST(DamagedCards, cutAtEveryByteAndEachByteOnceReplaced) {
     const std::string twoCards = readFile(HN_SAMPLES_DIR "/cases/everyKindOfLine.vcf");
     ASSERT_FALSE(twoCards.empty());
-    std::string withReturns;
-    for (const char c : twoCards)
-        withReturns += c == '\n' ? "\r\n" : std::string(1, c);
-    for (const std::string &whole : {twoCards, withReturns})
+    for (const std::string &whole : {twoCards, withReturns(twoCards)})
         for (std::size_t at = 0; at < whole.size(); ++at) {
             expectTakenOrRefused(whole.substr(0, at + 1));
             for (const char with : {'\n', ':', ';', '=', ' ', '\0', static_cast<char>(whole[at] ^ 0x20)}) {
