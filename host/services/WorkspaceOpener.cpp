@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <mutex>
 #include <string_view>
 #include <thread>
 
@@ -21,7 +22,31 @@ bool staysPlain(char c) {
            std::string_view("-._~/").find(c) != std::string_view::npos;
 }
 
+std::mutex listenerGuard;
+std::function<void(const std::string &)> failureListener;
+
+bool tellFailure(const std::string &what) {
+    const auto listener = [] {
+        const std::scoped_lock lock(listenerGuard);
+        return failureListener;
+    }();
+    if (listener)
+        listener(what);
+    return false;
+}
+
+// Whatever was opened may end as it likes: only what xdg-open says of itself counts.
+bool hasFoundNoProgram(int status) {
+    constexpr int kToolMissing = 3, kActionFailed = 4;
+    return WIFEXITED(status) && (WEXITSTATUS(status) == kToolMissing || WEXITSTATUS(status) == kActionFailed);
+}
+
 }  // namespace
+
+void WorkspaceOpener::setFailureListener(std::function<void(const std::string &)> listener) {
+    const std::scoped_lock lock(listenerGuard);
+    failureListener = std::move(listener);
+}
 
 std::string WorkspaceOpener::addressOf(const NSString &path) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -41,17 +66,19 @@ std::string WorkspaceOpener::addressOf(const NSString &path) {
 
 bool WorkspaceOpener::openFile(const NSString &path) {
     std::error_code error;
-    return !path.isEmpty() && std::filesystem::exists(path.str(), error) && start(addressOf(path));
+    if (path.isEmpty())
+        return false;
+    return std::filesystem::exists(path.str(), error) ? start(addressOf(path), path.str()) : tellFailure(path.str());
 }
 
 bool WorkspaceOpener::openURL(const NSString &address) {
     for (const char *scheme : {"https://", "http://", "ftp://", "mailto:", "www."})
         if (address.hasPrefix(scheme))
-            return start(address.str());
+            return start(address.str(), address.str());
     return false;
 }
 
-bool WorkspaceOpener::start(const std::string &argument) {
+bool WorkspaceOpener::start(const std::string &argument, const std::string &what) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     // Results of ours go to standard output; nobody else may write there.
@@ -63,11 +90,14 @@ bool WorkspaceOpener::start(const std::string &argument) {
     const int error = posix_spawnp(&child, program_.c_str(), &actions, nullptr, words, environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0)
-        return false;
+        return tellFailure(what);
     // It may live as long as what it opened; somebody must take its status.
-    std::thread([child] {
-        while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    std::thread([child, what] {
+        int status = 0;
+        while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
         }
+        if (hasFoundNoProgram(status))
+            tellFailure(what);
     }).detach();
     return true;
 }

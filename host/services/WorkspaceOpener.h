@@ -3,8 +3,8 @@
 // https, ftp, mailto and those that begin with "www." are opened. Threads: any.
 #pragma once
 
+#include <functional>
 #include <string>
-#include <vector>
 
 #include "toolkit/services/NSWorkspace.h"
 
@@ -17,11 +17,14 @@ public:
 
     bool openFile(const NSString &path) override;
     bool openURL(const NSString &address) override;
+    // Hears the path or address of what could not be opened, on any thread, also after the call: the program may find
+    // only later that nothing opens it. Empty: nobody.
+    static void setFailureListener(std::function<void(const std::string &what)> listener);
     // "file:///tmp/a%20b"; the path is made absolute.
     [[nodiscard]] static std::string addressOf(const NSString &path);
 
 private:
-    bool start(const std::string &argument);
+    bool start(const std::string &argument, const std::string &what);
     std::string program_;
 };
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "host/services/ExportPlaces.h"
+#include "host/services/WorkspaceOpener.h"
 #include "host/window/Notices.h"
 #include "host/window/QtText.h"
 #include "toolkit/dispatch/Queue.h"
@@ -43,6 +44,13 @@ std::string missingAttachment(const SystemCommand::Failure &failure) {
     return name.empty() ? "an attachment of the conversation " + target.filename().string() : name;
 }
 
+void tellNotOpened(const std::string &what) {
+    whenQuiet([what] {
+        showNotice(nullptr, QObject::tr("%1 cannot be opened.").arg(QString::fromStdString(what)),
+                   QObject::tr("xdg-open found no program for it on this computer. Open it by hand."));
+    });
+}
+
 }  // namespace
 
 std::shared_ptr<FailureNotices> FailureNotices::install(std::shared_ptr<OperationRecord> record) {
@@ -60,10 +68,14 @@ std::shared_ptr<FailureNotices> FailureNotices::install(std::shared_ptr<Operatio
         [tell](const SystemCommand::Failure &failure) { tell([&](FailureNotices &self) { self.hearCommand(failure); }); });
     SetAsideFile::setFailureListener(
         [tell](const NSString &path) { tell([&](FailureNotices &self) { self.hearReason(path.str() + ": could not be written"); }); });
+    WorkspaceOpener::setFailureListener([tell](const std::string &what) {
+        dispatch::async(dispatch::main(), [tell, what] { tell([&](FailureNotices &) { tellNotOpened(what); }); });
+    });
     return notices;
 }
 
 void FailureNotices::remove() {
+    WorkspaceOpener::setFailureListener({});
     record_->setListener({});
     SystemCommand::setFailureListener({});
     SetAsideFile::setFailureListener({});

@@ -8,6 +8,7 @@
 
 #include "host/services/HeicPicture.h"
 #include "host/window/Theme.h"
+#include "toolkit/views/NSView.h"
 
 namespace host {
 
@@ -18,12 +19,13 @@ struct Key {
     QRect crop;
     QSize wanted;
     ThemeKind theme;
+    bool isTurnedRound;
     bool operator==(const Key &) const = default;
 };
 
 std::size_t qHash(const Key &key, std::size_t seed) {
     return qHashMulti(seed, quintptr(key.image), key.crop.x(), key.crop.y(), key.crop.width(), key.crop.height(), key.wanted.width(),
-                      key.wanted.height(), int(key.theme));
+                      key.wanted.height(), int(key.theme), key.isTurnedRound);
 }
 
 struct Entry {
@@ -62,6 +64,11 @@ QImage lightened(const QImage &picture) {
             turned.setPixelColor(x, y, QColor::fromHsl(std::max(0, own.hslHue()), own.hslSaturation(), kLightest - kRange * own.lightness() / 255, own.alpha()));
         }
     return turned;
+}
+
+// A picture that points along the line: from right to left it points the other way.
+bool isTurnedRound(const NSImage &image) {
+    return image.name() == "icon_arrow1" && NSView::userInterfaceLayoutDirection() == NSUserInterfaceLayoutDirection::rightToLeft;
 }
 
 QRect pixelsOf(const std::optional<NSRect> &crop) {
@@ -109,7 +116,7 @@ QPixmap PictureCache::pixmap(const std::shared_ptr<NSImage> &image, std::optiona
     if (!image)
         return {};
     const QSize wanted(std::max(1, static_cast<int>(std::ceil(size.width * ratio))), std::max(1, static_cast<int>(std::ceil(size.height * ratio))));
-    const Key key{image.get(), pixelsOf(crop), wanted, Theme::current().kind()};
+    const Key key{image.get(), pixelsOf(crop), wanted, Theme::current().kind(), isTurnedRound(*image)};
     if (const Entry *entry = entries().object(key))
         return entry->pixmap;
     QImage picture = decode(*image, wanted, crop);
@@ -117,6 +124,8 @@ QPixmap PictureCache::pixmap(const std::shared_ptr<NSImage> &image, std::optiona
         picture = picture.scaled(wanted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     if (Theme::current().kind() == ThemeKind::dark && isDarkMark(picture))
         picture = lightened(picture);
+    if (key.isTurnedRound)
+        picture = picture.mirrored(true, false);
     const QPixmap pixmap = QPixmap::fromImage(picture);
     entries().insert(key, new Entry{image, pixmap}, static_cast<int>(1 + picture.sizeInBytes() / 1024));
     return pixmap;

@@ -2,6 +2,7 @@
 //
 // Formats  what Qt reads (PNG, JPEG, GIF, SVG), upright; others through the decoder that the program installs.
 // Dark     dark grey icons turn light in a dark theme; photos and coloured pictures stay as they are.
+// Turned   arrows that point along the line, from right to left.
 // Bad      bytes that cannot be decoded give a null pixmap, remembered like any other.
 // Threads  main.
 #pragma once

@@ -165,10 +165,12 @@ public:
 
     int run() {
         try {
-            services_->openDevice(services_->deviceFolder(options_.device));
+            const auto folder = services_->deviceFolder(options_.device);
+            services_->openDevice(folder);
             followLanguage(options_.isRightToLeft);
             shell_ = make<Shell>();
             shell_->start(*services_, presenter_);
+            shell_->deviceIsIn(folder);
         } catch (const std::exception &error) {
             say(error.what());
             return kNotOpened;

@@ -36,31 +36,39 @@ void RepeatNotices::windowChanged(NSWindow &window, std::string_view key) {
     const auto *panel = key == "visible" && !window.isVisible() ? dynamic_cast<NSOpenPanel *>(&window) : nullptr;
     if (!panel || !takesContacts(*panel) || panel->URL().isNil())
         return;
-    std::set<NSString> before;
-    for (const id &contact : allContacts(model_()))
-        before.insert(contact->valueForKey("pKey").text());
-    if (before.empty())
+    Import import{model_(), {}};
+    for (const id &contact : allContacts(import.model.lock()))
+        import.before.insert(contact->valueForKey("pKey").text());
+    if (import.before.empty())
         return;
-    whenQuiet([link = weak_from_this(), before = std::move(before)] {
-        if (const auto self = link.lock())
-            self->tellOnceLoaded(before);
+    whenQuiet([link = weak_from_this(), import = std::move(import)]() mutable {
+        if (const auto self = link.lock()) {
+            self->ended_ = std::move(import);
+            self->tellIfLoaded();
+        }
     });
 }
 
-void RepeatNotices::tellOnceLoaded(const std::set<NSString> &before) {
-    constexpr auto kUntilNextLook = std::chrono::milliseconds(100);   // the list is read anew behind
-    if (!model_)
+void RepeatNotices::propertyChanged(NSView &, std::string_view) {
+    if (!ended_ || !hasLoaded_())
         return;
-    if (hasLoaded_())
-        return tell(before);
-    dispatch::after(kUntilNextLook, dispatch::main(), [link = weak_from_this(), before] {
+    // The load ends with this block: only then all of it stands.
+    dispatch::async(dispatch::main(), [link = weak_from_this()] {
         if (const auto self = link.lock())
-            self->tellOnceLoaded(before);
+            self->tellIfLoaded();
     });
 }
 
-void RepeatNotices::tell(const std::set<NSString> &before) const {
+void RepeatNotices::tellIfLoaded() {
+    if (!ended_ || !model_ || !hasLoaded_())
+        return;
+    const Import import = *std::exchange(ended_, std::nullopt);
     const id model = model_();
+    if (model && model == import.model.lock())   // not where another device or category has come
+        tell(model, import.before);
+}
+
+void RepeatNotices::tell(const id &model, const std::set<NSString> &before) const {
     Value::List fresh, old;
     for (const id &contact : allContacts(model))
         (before.contains(contact->valueForKey("pKey").text()) ? old : fresh).push_back(Value(contact));

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "toolkit/NSObject.h"
@@ -18,12 +19,19 @@ public:
     void remove();
     // A panel of contact files that ends with a file begins an import.
     void windowChanged(NSWindow &window, std::string_view key) override;
+    // The list stands again: what it shows has changed with it.
+    void propertyChanged(NSView &view, std::string_view key) override;
 
 private:
-    void tellOnceLoaded(const std::set<NSString> &before);
-    void tell(const std::set<NSString> &before) const;
+    void tellIfLoaded();
+    void tell(const id &model, const std::set<NSString> &before) const;
     std::function<id()> model_;
     std::function<bool()> hasLoaded_;
+    struct Import {
+        std::weak_ptr<NSObject> model;
+        std::set<NSString> before;   // keys of the contacts
+    };
+    std::optional<Import> ended_;   // its list is being read anew
 };
 
 }  // namespace host

@@ -32,6 +32,16 @@ Travel travelOf(const NSScrollView &view, bool vertical) {
     return {range, fromTop, clip.size.height};
 }
 
+// The end of the content moves on where the rows that come into sight are higher than was estimated.
+void scrollToEnd(NSScrollView &view) {
+    const auto clip = view.contentView();
+    const auto document = view.documentView();
+    for (double end = -1; document && clip->isFlipped() && document->frame().maxY() != end;) {
+        end = document->frame().maxY();
+        view.scrollToPoint({clip->bounds().minX(), end - clip->bounds().size.height});
+    }
+}
+
 void follow(QScrollBar &bar, const Travel &travel) {
     bar.setRange(0, static_cast<int>(std::lround(travel.range)));
     bar.setPageStep(std::max(1, static_cast<int>(travel.page)));
@@ -116,7 +126,12 @@ void ScrollPart::pulled(bool vertical, int value) {
         offset.y = frame.minY() + value;
     else
         offset.y = frame.maxY() - value - clip.size.height;
-    dispatch::guarded("a scroll bar", [&] { view->scrollToPoint(offset); });
+    const bool isEnd = vertical && value == vertical_->maximum();
+    dispatch::guarded("a scroll bar", [&] {
+        view->scrollToPoint(offset);
+        if (isEnd)
+            scrollToEnd(*view);
+    });
 }
 
 }  // namespace host

@@ -193,6 +193,12 @@ void Shell::rememberDevice(const fs::path &folder) {
     NSUserDefaults::standardUserDefaults().setObject_forKey(Value(NSString(all)), kRecentKey);
 }
 
+void Shell::deviceIsIn(const fs::path &folder) {
+    folder_ = folder;
+    rememberDevice(folder);
+    showDevice();
+}
+
 bool Shell::openDevice(const fs::path &folder) {
     WindowMirror *owner = window_ ? presenter_->mirrorOf(*window_) : nullptr;
     try {
@@ -211,9 +217,7 @@ bool Shell::openDevice(const fs::path &folder) {
                    QObject::tr("Choose the folder of a device image or of a device backup."), QString::fromUtf8(error.what()));
         return false;
     }
-    folder_ = folder;
-    rememberDevice(folder);
-    showDevice();
+    deviceIsIn(folder);
     choose(chosen_);   // the switch itself goes to the first category
     return true;
 }

@@ -33,6 +33,8 @@ public:
     ~Shell() override;
     // The plug-in is loaded and shown; throws PluginError.
     void start(Services &services, const std::shared_ptr<QtPresenter> &presenter);
+    // Where the device that is open lies, for the list of the last ones; openDevice tells it by itself.
+    void deviceIsIn(const std::filesystem::path &folder);
     // Dialogs that the plug-in left open go, then its objects.
     void close();
     [[nodiscard]] bool isClosed() const { return isClosed_; }

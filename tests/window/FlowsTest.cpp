@@ -14,6 +14,7 @@
 #include "host/window/Accessibility.h"
 #include "host/window/PanelMirror.h"
 #include "tests/window/ShellFixture.h"
+#include "toolkit/services/NSWorkspace.h"
 #include "toolkit/views/NSProgressIndicator.h"
 #include "toolkit/views/NSScrollView.h"
 
@@ -245,6 +246,24 @@ TEST_F(Flows, anImportThatRepeatsContactsSaysSo) {
         EXPECT_EQ(notices(), isSecond ? std::vector<std::string>{"3 of the 3 new contacts repeat one that was there."} : std::vector<std::string>());
     }
     closeNotices();
+}
+
+TEST_F(Flows, aFolderThatNothingOpensIsTold) {
+    const auto programs = folders.path() / "programs", opener = programs / "xdg-open";
+    std::filesystem::create_directory(programs);
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", programs.c_str());
+    for (const bool isThere : {false, true}) {
+        if (isThere) {
+            std::ofstream(opener) << "#!/bin/sh\nexit 3\n";   // it found no program itself
+            std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+        }
+        EXPECT_EQ(NSWorkspace::sharedWorkspace().openFile(programs.c_str()), isThere);
+        ASSERT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
+        EXPECT_EQ(notices(), std::vector<std::string>{programs.string() + " cannot be opened."});
+        closeNotices();
+    }
+    qputenv("PATH", before);
 }
 
 TEST_F(Flows, theSizeIsRememberedForTheNextStart) {

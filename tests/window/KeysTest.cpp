@@ -56,13 +56,19 @@ TEST_F(Keys, selectAllTakesEveryRow) {
     EXPECT_EQ(shell->list()->numberOfSelectedRows(), shell->list()->numberOfRows());
 }
 
-TEST_F(Keys, selectAllInTheSearchFieldTakesItsText) {
-    search("lena");
-    const std::int64_t selected = shell->list()->numberOfSelectedRows();
-    press(Qt::Key_A, Qt::ControlModifier);
-    world.type("x");
-    EXPECT_EQ(shell->searchField()->stringValue(), NSString("x"));
-    EXPECT_LE(shell->list()->numberOfSelectedRows(), selected);
+// Also where it has none.
+TEST_F(Keys, selectAllAndDeleteInTheSearchFieldAreItsOwn) {
+    intoTheList();
+    for (const char *text : {"lena", ""}) {
+        search(text);
+        const std::int64_t selected = shell->list()->numberOfSelectedRows();
+        press(Qt::Key_A, Qt::ControlModifier);
+        EXPECT_EQ(shell->list()->numberOfSelectedRows(), selected) << text;
+        press(Qt::Key_Delete);
+        settle();
+        EXPECT_EQ(NSApp()->modalWindow(), nullptr) << text;
+        EXPECT_EQ(shell->searchField()->stringValue(), NSString("")) << text;
+    }
 }
 
 TEST_F(Keys, arrowsMoveTheSelectionAndShiftExtendsIt) {

@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include "host/window/Theme.h"
+#include "toolkit/views/NSApplication.h"
 
 namespace {
 
@@ -19,6 +20,14 @@ QByteArray sample(const char *name) {
 
 QImage heic(const QByteArray &bytes) { return host::heicImage({bytes.constData(), static_cast<std::size_t>(bytes.size())}); }
 
+std::shared_ptr<NSImage> imageOf(const QImage &image) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return NSImage::withData(NSData::of(bytes.toStdString()));
+}
+
 // A filled circle on nothing, as an icon is.
 std::shared_ptr<NSImage> icon(QColor color) {
     QImage image(32, 32, QImage::Format_ARGB32);
@@ -28,11 +37,7 @@ std::shared_ptr<NSImage> icon(QColor color) {
     painter.setPen(Qt::NoPen);
     painter.drawEllipse(6, 6, 20, 20);
     painter.end();
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return NSImage::withData(NSData::of(bytes.toStdString()));
+    return imageOf(image);
 }
 
 QColor middleOf(const std::shared_ptr<NSImage> &image) {
@@ -74,4 +79,20 @@ TEST(PictureCache, turnsDarkIconsLightInADarkThemeAndLeavesColouredOnes) {
             EXPECT_EQ(shown, color) << name;
     }
     host::Theme::use(host::ThemeKind::light);
+}
+
+TEST(PictureCache, turnsAnArrowAlongTheLineFromRightToLeft) {
+    QImage image(20, 20, QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    image.setPixelColor(0, 10, Qt::black);
+    const auto leftEdge = [&](const char *name) {
+        const auto picture = imageOf(image);
+        picture->setName(name);
+        return host::PictureCache::shared().pixmap(picture, std::nullopt, {20, 20}, 1).toImage().pixelColor(0, 10);
+    };
+    EXPECT_EQ(leftEdge("icon_arrow1"), QColor(Qt::black));
+    NSApp()->setUserInterfaceLayoutDirection(NSUserInterfaceLayoutDirection::rightToLeft);
+    EXPECT_EQ(leftEdge("icon_arrow1"), QColor(Qt::white));
+    EXPECT_EQ(leftEdge("icon_Play"), QColor(Qt::black));
+    NSApplication::resetShared();
 }

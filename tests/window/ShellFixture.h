@@ -54,6 +54,7 @@ protected:
         services->openDevice(image());
         shell = make<host::Shell>();
         shell->start(*services, std::static_pointer_cast<host::QtPresenter>(Presenter::current()));
+        shell->deviceIsIn(image());
         surface = &world.surfaceOf(*shell->window()->contentView());
         ASSERT_TRUE(QTest::qWaitForWindowExposed(surface->parentWidget()));
         show(host::kContactsCategory);
