@@ -4,6 +4,7 @@
 #include <QMenuBar>
 
 #include "host/window/Categories.h"
+#include "host/window/QtText.h"
 #include "host/window/Shell.h"
 #include "toolkit/dispatch/Guard.h"
 
@@ -11,7 +12,7 @@ namespace host {
 
 MainMenu::MainMenu(Shell &shell) : shell_(shell), bar_(new QMenuBar) {
     const auto add = [](QMenu *menu, const QString &text, const QKeySequence &key, std::function<void()> body) {
-        QAction *action = menu->addAction(text);
+        QAction *action = menu->addAction(inOwnDirection(text));
         action->setShortcut(key);
         QObject::connect(action, &QAction::triggered, action, [body = std::move(body)] { dispatch::guarded("a menu entry", body); });
         return action;

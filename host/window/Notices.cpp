@@ -1,6 +1,8 @@
 #include "host/window/Notices.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTextEdit>
 
@@ -20,6 +22,8 @@ std::vector<std::function<void()>> &waiting() {
     static std::vector<std::function<void()>> actions;
     return actions;
 }
+
+Qt::Alignment leadingSide() { return QGuiApplication::layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft; }
 
 // Another notice is no owner: it would take this one along.
 QWidget *windowInFront() {
@@ -47,6 +51,10 @@ void showNotice(QWidget *owner, const QString &what, const QString &advice, cons
         if (auto *text = box->findChild<QTextEdit *>())
             text->setMinimumSize(kWidth, kHeight);
     }
+    for (QAbstractButton *button : box->buttons())
+        button->setIcon({});   // of the style's, in colours of its own
+    for (QLabel *label : box->findChildren<QLabel *>())
+        label->setAlignment(Qt::AlignAbsolute | Qt::AlignTop | leadingSide());   // whatever direction the text itself has
     box->open();
 }
 

@@ -1,5 +1,6 @@
 #include "host/window/PopUpMenu.h"
 
+#include <QGuiApplication>
 #include <QMenu>
 #include <QPointer>
 
@@ -34,7 +35,7 @@ void fillMenu(QMenu &native, const NSMenu &menu, std::vector<std::shared_ptr<NSM
             native.addSeparator();
             continue;
         }
-        const QString title = qtString(item->title).replace(u'&', QStringLiteral("&&"));
+        const QString title = inOwnDirection(qtString(item->title).replace(u'&', QStringLiteral("&&")));
         QAction *action = item->hasSubmenu() ? native.addMenu(title)->menuAction() : native.addAction(title);
         action->setIcon(iconOf(*item, native.devicePixelRatioF()));
         action->setEnabled(item->enabled);
@@ -60,6 +61,7 @@ std::shared_ptr<NSMenuItem> popUp(const std::shared_ptr<NSMenu> &menu, const QPo
     const QPointer<QMenu> native(new QMenu(owner));
     std::vector<std::shared_ptr<NSMenuItem>> entries;
     fillMenu(*native, *menu, entries);
+    native->setLayoutDirection(QGuiApplication::layoutDirection());   // its owner's is another one
     native->setMinimumWidth(leastWidth);
     const QAction *chosen = native->exec(globalPlace);
     const std::size_t index = chosen ? static_cast<std::size_t>(chosen->data().toULongLong()) : entries.size();

@@ -1,6 +1,7 @@
 #include "host/window/QtText.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QTextLayout>
 
 #include <cmath>
@@ -21,6 +22,17 @@ QString qtString(const NSString &text) {
 NSString toolkitString(const QString &text) {
     const QByteArray bytes = text.toUtf8();
     return NSString(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+QString inOwnDirection(const QString &text) {
+    constexpr QChar kLeftToRightMark(0x200E);
+    if (QGuiApplication::layoutDirection() != Qt::RightToLeft)
+        return text;
+    QStringList lines = text.split(u'\n');
+    for (QString &line : lines)
+        if (!line.isEmpty() && !line.isRightToLeft())
+            line = kLeftToRightMark + line + kLeftToRightMark;
+    return lines.join(u'\n');
 }
 
 void setSystemFontFamily(const QString &family) {

@@ -12,6 +12,8 @@ namespace host {
 
 [[nodiscard]] QString qtString(const NSString &text);
 [[nodiscard]] NSString toolkitString(const QString &text);
+// For native widgets: in a window from right to left a text of the other direction keeps the dots at its end.
+[[nodiscard]] QString inOwnDirection(const QString &text);
 // Points of the toolkit are pixels of an unscaled screen. Null is the system's font; a family that is not installed gives
 // way to the system's.
 [[nodiscard]] QFont qtFont(const std::shared_ptr<NSFont> &font);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <QMenu>
 
 #include "toolkit/views/NSMenu.h"
@@ -46,6 +47,18 @@ TEST(PopUpMenu, anEntryWithASubmenuAndAnActionCanBeChosenInsideIt) {
     EXPECT_EQ(entries.at(below->actions()[0]->data().toULongLong()), recipes);
     EXPECT_EQ(entries.at(below->actions()[2]->data().toULongLong()), soups);
     EXPECT_EQ(titles(*opened(move->actions()[0])), "Recipes && more|-|Soups");   // opened again: the same once
+}
+
+TEST(PopUpMenu, aTextFromLeftToRightKeepsItsDotsAtItsEndFromRightToLeft) {
+    const auto menu = make<NSMenu>();
+    for (const char *title : {"Edit\u2026", "\u062A\u062D\u0631\u064A\u0631\u2026"})
+        entry(menu, title, "edit");
+    QMenu native;
+    std::vector<std::shared_ptr<NSMenuItem>> entries;
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    host::fillMenu(native, *menu, entries);
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    EXPECT_EQ(titles(native), "\u200EEdit\u2026\u200E|\u062A\u062D\u0631\u064A\u0631\u2026");
 }
 
 TEST(PopUpMenu, tenThousandLevelsAreNotMadeBeforeTheyOpen) {

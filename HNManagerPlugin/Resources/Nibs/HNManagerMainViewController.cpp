@@ -2,6 +2,7 @@
 #include "HNManagerPlugin/Classes/MainViewController/HNManagerMainViewController.h"
 #include "HNManagerPlugin/Classes/MainViewController/OutlineView/HNFileTypeOutlineView.h"
 #include "HNManagerPlugin/Classes/MainViewController/ViewManager/HNFileTypeViewManager.h"
+#include "HNManagerPlugin/Classes/ViewModel/HNMbaseViewModel.h"
 #include "HNManagerPlugin/contracts/RVFoundation/Localized.h"
 #include "toolkit/NSFont.h"
 #include "toolkit/views/NSImageView.h"
@@ -60,7 +61,11 @@ void showNode(NSTableCellView &cell) {
     object->fileTypeName.observe(showText);
     object->itemCountString.observe(showText);
     object->fileTypeImage.observe(whileShown([](NSTableCellView &c, HNFileTypeObject &o) { c.imageView()->setImage(o.fileTypeImage); }));
-    object->textColor.observe(whileShown([](NSTableCellView &c, HNFileTypeObject &o) { c.textField()->setTextColor(o.textColor); }));
+    // An entry that nobody has chosen yet has no colour of its own and looks as one that is chosen no more.
+    object->textColor.observe(whileShown([](NSTableCellView &c, HNFileTypeObject &o) {
+        const auto color = o.textColor.get();
+        c.textField()->setTextColor(color ? color : HNMbaseViewModel::getColorFromHexColor(o.textNormalColor));
+    }));
     object->expandMarkIcon.observe(whileShown([](HNFileTypeOutTableCellView &c, HNFileTypeObject &o) {
         tell(c.expandButton, [&](NSButton &button) {
             button.setImage(o.expandMarkIcon);

@@ -111,7 +111,9 @@ void HNMBookMarkViewManager::searchBookMark(const id &sender) {
     if (model && outline && model->searchArray && !model->searchArray->isEmpty())
         outline->expandItem(nullptr, true);
     const auto noResult = noSearchField.lock();
-    setOutlineHidden(noResult && !noResult->isHidden());
+    const bool isHidden = noResult && !noResult->isHidden();
+    setOutlineHidden(isHidden);
+    hasSelectedRow = !isHidden && outline && outline->numberOfSelectedRows() > 0;   // nobody deletes what is not on show
 }
 
 // ---------------------------------------------------------------- rows
