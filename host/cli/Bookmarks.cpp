@@ -26,6 +26,8 @@ Status list(Context &context, const std::optional<std::string> &text) {
         console.message("nothing matches " + *text + "; what stood on show stays there");
     else if (!category.status().isEmpty())
         console.message(category.status().str());
+    else if (entries.empty() && !isInCloud)
+        console.message("there are no bookmarks on the device");
     return isInCloud ? kFailed : kDone;
 }
 

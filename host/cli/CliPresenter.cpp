@@ -275,8 +275,10 @@ bool CliPresenter::answerDialog(NSWindow &window) {
     const bool onlyTells = std::ranges::all_of(
         buttons, [&](const auto &button) { return button == told || hasTitle(*button, kOpeningKeys); });
     if (onlyTells || buttons.size() == 1) {
-        lastDialogText_ = message;
-        console_.message(message.str());
+        if (told || !find(buttons, kCancelKeys)) {   // one that can only be cancelled has nothing to tell: what it asks for is missing
+            lastDialogText_ = message;
+            console_.message(message.str());
+        }
         (told ? told : buttons.front())->performClick();
         return true;
     }

@@ -39,6 +39,8 @@ Json toJson(const NSString &text) {
 
 Console::Console() : Console(isatty(STDIN_FILENO) && isatty(STDERR_FILENO), isatty(STDERR_FILENO)) {}
 
+bool Console::isOneScreen() { return isatty(STDOUT_FILENO) && isatty(STDERR_FILENO); }
+
 void Console::line(const std::string &text) {
     const std::size_t end = text.find_last_not_of(' ');
     std::cout << std::string_view(text).substr(0, end == std::string::npos ? 0 : end + 1) << '\n';

@@ -21,6 +21,9 @@ public:
     // Says itself what the terminal is like; for tests.
     Console(bool canAsk, bool showsProgress) : canAsk_(canAsk), showsProgress_(showsProgress) {}
 
+    // Results and messages come on the same screen.
+    [[nodiscard]] static bool isOneScreen();
+
     // One line of a result for people; blanks at its end are left out.
     void line(const std::string &text);
     // Rows as columns, two blanks between them; the first column is never cut.

@@ -46,6 +46,8 @@ Status list(Context &context, const std::optional<std::string> &text) {
         console.message("nothing matches " + *text + "; what stood on show stays there");
     else if (!category.status().isEmpty())
         console.message(category.status().str());
+    else if (rows.empty() && !isInCloud)
+        console.message("there are no contacts on the device");
     return isInCloud ? kFailed : kDone;
 }
 
@@ -208,6 +210,10 @@ void removeEmptyFile(const std::filesystem::path &path) {
         std::filesystem::remove(path, ignored);
 }
 
+std::string withoutPath(const std::string &reason, const std::string &path) {
+    return reason.starts_with(path + ": ") ? reason.substr(path.size() + 2) : reason;
+}
+
 Status exportTo(Context &context, const std::string &file, const Selection &selection) {
     namespace fs = std::filesystem;
     const NSString extension = NSString(file).pathExtension();
@@ -220,6 +226,8 @@ Status exportTo(Context &context, const std::string &file, const Selection &sele
         return kFailed;
     selection.apply(category);
     const bool isNew = !fs::exists(fs::symlink_status(path)), hasRows = !category.rows().empty();
+    if (!hasRows)
+        context.console().message("there are no contacts to export; the file stays empty");
     context.presenter().saveTo(NSString(path.string()), context.options().replace);
     context.run([&] { category.triple().viewManager->perform(kind->selector, {Value()}); });
     const OperationCounts counts = context.counts();
@@ -230,13 +238,9 @@ Status exportTo(Context &context, const std::string &file, const Selection &sele
     const bool isWritten = SetAsideFile::settleAll() && !context.presenter().refused() && !hasFailed;
     if (hasFailed && isNew)
         removeEmptyFile(path);
-    const NSString text = context.presenter().text();
-    if (context.options().json)
-        context.console().document({{"count", counts.succeeded}, {"text", toJson(text)}});
-    else if (!text.isEmpty())
-        context.console().line(linesForPeople(text));
+    printResult(context, {{"count", counts.succeeded}, {"text", toJson(context.presenter().text())}});
     if (counts.failed > 0)
-        context.console().message(path.string() + ": not written" + (counts.reason ? ": " + counts.reason->text : ""));
+        context.console().message(path.string() + ": not written" + (counts.reason ? ": " + withoutPath(counts.reason->text, path.string()) : ""));
     return isInterrupted() && !isWritten ? kCancelled : isWritten ? kDone : kFailed;
 }
 
@@ -250,6 +254,8 @@ Status deleteContacts(Context &context, const Selection &selection) {
     const Status status = endCounted(context, "contacts", "deleted");
     return context.counts().asked == 0 ? endedByAnswers(context).value_or(status) : status;
 }
+
+constexpr const char *kNoDuplicates = "there are no duplicate contacts";
 
 std::vector<ContactList> duplicateGroups(const ContactCategory &category) {
     std::vector<ContactList> groups;
@@ -278,6 +284,8 @@ Status duplicates(Context &context, const std::optional<std::string> &text) {
     }
     if (context.options().json)
         context.console().document({{"groups", groups}});
+    if (groups.empty() && !isInterrupted())
+        context.console().message(kNoDuplicates);
     return isInterrupted() ? kCancelled : kDone;
 }
 
@@ -310,6 +318,8 @@ Status merge(Context &context) {
     else
         for (const Json &key : merged)
             context.console().line(forPeople(NSString(key.get<std::string>())));
+    if (groups.empty() && !isInterrupted())
+        context.console().message(kNoDuplicates);
     OperationCounts counts = context.counts();
     if (isInterrupted())   // each group is asked for on its own, so the rest shows nowhere else
         counts.asked = static_cast<std::int64_t>(groups.size());

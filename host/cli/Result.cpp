@@ -4,9 +4,10 @@ namespace host::cli {
 
 void printResult(Context &context, const Json &document) {
     const NSString text = context.presenter().text();
+    const bool wasTold = !context.presenter().sawTheEnd();   // the text of a window that only tells is a message, too
     if (context.options().json)
         context.console().document(document);
-    else if (!text.isEmpty())
+    else if (!text.isEmpty() && !(wasTold && Console::isOneScreen()))
         context.console().line(linesForPeople(text));
 }
 
