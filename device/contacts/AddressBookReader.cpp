@@ -176,6 +176,23 @@ std::unordered_map<std::int64_t, AddressBookReader::Part> AddressBookReader::par
     return keys;
 }
 
+// Where a part of the item stands; nowhere for a part of the other kind.
+NSString *AddressBookReader::partOf(ZpContactAddressDataInfo &address, Part part) {
+    switch (part) {
+    case Part::street: return &address.street;
+    case Part::city: return &address.city;
+    case Part::state: return &address.state;
+    case Part::postalCode: return &address.postal_code;
+    case Part::country: return &address.country;
+    case Part::countryCode: return &address.country_code;
+    default: return nullptr;
+    }
+}
+
+NSString *AddressBookReader::partOf(ZpIMDataInfo &message, Part part) {
+    return part == Part::service ? &message.service : part == Part::username ? &message.user : nullptr;
+}
+
 void AddressBookReader::readParts(ContactList &contacts) {
     const sqlite::Table entries = database_.table("ABMultiValueEntry");
     if (parents_.empty() || !entries.has("parent_id") || !entries.has("key") || !entries.has("value"))
@@ -202,24 +219,10 @@ void AddressBookReader::readParts(ContactList &contacts) {
         if (key == keys.end())
             continue;
         ZpContactDataInfo &contact = *contacts[parent->contact];
-        if (parent->isAddress) {
-            ZpContactAddressDataInfo &address = contact.mutable_addresses()[parent->index];
-            switch (key->second) {
-            case Part::street: address.street = row.text(2); break;
-            case Part::city: address.city = row.text(2); break;
-            case Part::state: address.state = row.text(2); break;
-            case Part::postalCode: address.postal_code = row.text(2); break;
-            case Part::country: address.country = row.text(2); break;
-            case Part::countryCode: address.country_code = row.text(2); break;
-            default: break;
-            }
-        } else {
-            ZpIMDataInfo &message = contact.mutable_ims()[parent->index];
-            if (key->second == Part::service)
-                message.service = row.text(2);
-            else if (key->second == Part::username)
-                message.user = row.text(2);
-        }
+        NSString *const text = parent->isAddress ? partOf(contact.mutable_addresses()[parent->index], key->second)
+                                                 : partOf(contact.mutable_ims()[parent->index], key->second);
+        if (text)
+            *text = row.text(2);
     }
 }
 

@@ -31,7 +31,7 @@ private:
         std::size_t contact, index;
         bool isAddress;
     };
-    enum class Part { street, city, state, postalCode, country, countryCode, service, username, unknown };
+    enum class Part { street, city, state, postalCode, country, countryCode, service, username };
 
     void readPersons(const std::string &condition, ContactList &contacts);
     void readValues(const std::string &condition, ContactList &contacts);
@@ -41,6 +41,8 @@ private:
     [[nodiscard]] std::size_t placeOf(std::int64_t record);
     [[nodiscard]] std::unordered_map<std::int64_t, NSString> labels();
     [[nodiscard]] std::unordered_map<std::int64_t, Part> partKeys();
+    [[nodiscard]] static NSString *partOf(ZpContactAddressDataInfo &address, Part part);
+    [[nodiscard]] static NSString *partOf(ZpIMDataInfo &message, Part part);
 
     sqlite::Database &database_;
     std::vector<std::int64_t> records_;   // ascending, one per contact

@@ -232,42 +232,50 @@ void TableReader::takeAlone(Row &row, const Column &column, const std::string &v
     }
 }
 
+void TableReader::addAddress(ForeignContact &contact, PostalAddress address, const std::string &formatted) {
+    const auto whole = [&] { return joined({address.street, address.city, address.state, address.postalCode, address.country}, " "); };
+    if (whole().empty())
+        address.street = formatted;
+    else if (!tellsNothingNew(formatted, whole()))
+        contact.leave(leftBehind("formatted address", formatted));
+    if (!whole().empty())
+        contact.addresses.push_back(std::move(address));
+}
+
+void TableReader::addValues(ForeignContact &c, Kind kind, const std::string &label, const std::string &values, const std::string &services) {
+    const std::vector<std::string> serviceOf = valuesOf(services);
+    std::size_t index = 0;
+    for (std::string &value : valuesOf(values)) {
+        const std::string service = index < serviceOf.size() ? serviceOf[index] : "";
+        ++index;
+        if (value.empty())
+            continue;
+        value = oneLine(std::move(value));
+        switch (kind) {
+        case Kind::phone: c.phones.push_back({label, std::move(value)}); break;
+        case Kind::email: c.emails.push_back({label, std::move(value)}); break;
+        case Kind::url: c.urls.push_back({label, std::move(value)}); break;
+        case Kind::related: c.relatedNames.push_back({label, std::move(value)}); break;
+        case Kind::date: c.dates.push_back({label, plainDate(value, DayOrder::monthFirst)}); break;
+        default: c.messengers.push_back({label, service.empty() ? "IM" : service, std::move(value)}); break;
+        }
+    }
+}
+
 // What only the whole row tells.
 void TableReader::finish(Row &row) {
     ForeignContact &c = row.contact;
     for (auto &[number, group] : row.groups) {
         const Column &column = *group.column;
         const std::string label = column.label.empty() ? labelOfText(group.label) : column.label;
-        if (column.kind == Kind::address) {
-            PostalAddress address = std::move(group.address);
-            address.label = label;
-            address.street = joined({address.street, group.extended, group.pobox}, ", ");
-            const std::string parts = joined({address.street, address.city, address.state, address.postalCode, address.country}, " ");
-            if (parts.empty())
-                address.street = group.formatted;
-            else if (!tellsNothingNew(group.formatted, parts))
-                c.leave(leftBehind("formatted address", group.formatted));
-            if (!joined({address.street, address.city, address.state, address.postalCode, address.country}, "").empty())
-                c.addresses.push_back(std::move(address));
+        if (column.kind != Kind::address) {
+            addValues(c, column.kind, label, group.values, group.service);
             continue;
         }
-        const std::vector<std::string> services = valuesOf(group.service);
-        std::size_t index = 0;
-        for (std::string &value : valuesOf(group.values)) {
-            const std::string service = index < services.size() ? services[index] : "";
-            ++index;
-            if (value.empty())
-                continue;
-            value = oneLine(std::move(value));
-            switch (column.kind) {
-            case Kind::phone: c.phones.push_back({label, std::move(value)}); break;
-            case Kind::email: c.emails.push_back({label, std::move(value)}); break;
-            case Kind::url: c.urls.push_back({label, std::move(value)}); break;
-            case Kind::related: c.relatedNames.push_back({label, std::move(value)}); break;
-            case Kind::date: c.dates.push_back({label, plainDate(value, DayOrder::monthFirst)}); break;
-            default: c.messengers.push_back({label, service.empty() ? "IM" : service, std::move(value)}); break;
-            }
-        }
+        PostalAddress address = std::move(group.address);
+        address.label = label;
+        address.street = joined({address.street, group.extended, group.pobox}, ", ");
+        addAddress(c, std::move(address), group.formatted);
     }
     if (!row.year.empty() || !row.month.empty() || !row.day.empty()) {
         const std::string date = plainDate(joined({row.year, row.month, row.day}, "-"));

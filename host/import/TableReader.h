@@ -43,6 +43,8 @@ private:
     static void setOnce(Row &row, const Column &column, std::string &field, const std::string &value);
     void takeText(Row &row, const Column &column, std::string value);
     void takeAlone(Row &row, const Column &column, const std::string &value);
+    static void addAddress(ForeignContact &contact, PostalAddress address, const std::string &formatted);
+    static void addValues(ForeignContact &contact, Column::Kind kind, const std::string &label, const std::string &values, const std::string &services);
     void finish(Row &row);
 
     std::string_view bytes_;
