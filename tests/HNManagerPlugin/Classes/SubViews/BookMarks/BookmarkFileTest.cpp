@@ -37,6 +37,7 @@ TEST(BookmarkFile, theBudgetCountsLinksAndEndsEachListWhereItIsSpent) {
     EXPECT_EQ(written(nodes, 1), "\n<DT><H3 FOLDED>f</H3>\n<DL><p>\n<DT><A HREF=\"a\">1</A>\n</DL><p>");
     EXPECT_EQ(written(nodes, 0), "");
     EXPECT_TRUE(written(nodes, 2).ends_with("\n</DL><p>\n<DT><A HREF=\"b\">2</A>\n</DL><p>"));
+    EXPECT_EQ(written(nodes, -1), written(nodes, 3));   // only nought stops
     EXPECT_TRUE(written(nodes, 3).ends_with("\n<DT><H3 FOLDED>h</H3>\n<DL><p>\n</DL><p>"));
 }
 

@@ -94,7 +94,8 @@ void MemoryContacts::exportContactsToVCFFile_toPath(const ContactList &contacts,
 void MemoryContacts::exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &contacts, const NSString &path,
                                                                       const ExportFinish &finish) {
     log.add("table " + std::to_string(contacts.size()) + " " + path.lastPathComponent().str());
-    finish(0, static_cast<std::int64_t>(contacts.size()) - 1);
+    finish(0, static_cast<std::int64_t>(contacts.size()));
+    finish(0, static_cast<std::int64_t>(contacts.size()) - 1);   // the last call counts
 }
 
 bool MemoryContacts::combineRepeatContacts_newContact_toGroup(const ContactList &contacts,
