@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "device/BackupFolder.h"
-#include "tests/device/TestBackup.h"
+#include "tests/device/TestDevice.h"
+#include "tests/support/TestBackup.h"
 
 using namespace testdevice;
 using device::AccessError;
@@ -101,11 +101,6 @@ TEST(ImageFolder, aNewOneStandsWholeOrNotAtAll) {
     EXPECT_EQ(refusal([&] { device::ImageFolder::create(path, {}); }), AccessError::Kind::failed);
 }
 
-TEST(BackupFolder, namesFilesByTheirHash) {
-    EXPECT_EQ(device::BackupFolder::fileID({"HomeDomain", "Library/SMS/sms.db"}), "3d0d7e5fb2ce288813306e4d4636395e047a3d28");
-    EXPECT_EQ(device::BackupFolder::fileID({"MediaDomain", "Media/iTunes_Control/iTunes/MediaLibrary.sqlitedb"}), "b12a5ad5e199d4f2fe91130a8205ae5562f3aa68");
-}
-
 TEST(BackupFolder, findsAndListsWhatIsThere) {
     const TestBackup backup;
     backup.add("MediaDomain", "Media", "", 2);
@@ -131,32 +126,8 @@ TEST(BackupFolder, findsAndListsWhatIsThere) {
     for (const char *path : {"Media/lost", "Media/link", "Media/../../x", "Media", "Media/nothing"})
         EXPECT_FALSE(tree.find({"MediaDomain", path})) << path;
     EXPECT_EQ(tree.domains(), (std::vector<std::string>{"MediaDomain", "OtherDomain"}));
+    EXPECT_EQ(refusal([&] { (void)tree.lockForWriting(); }), AccessError::Kind::readOnly);
     EXPECT_EQ(pictureOf(backup.path()), before);
-}
-
-TEST(BackupFolder, readsTheAddressBookWithItsLogAndChangesNothing) {
-    const TestImage image(newestVersion(), "INSERT INTO ABPerson (First) VALUES ('old'); PRAGMA journal_mode = WAL");
-    (void)inChild([&] {
-        device::sqlite::Database database(image.database(), device::sqlite::Access::readWrite);
-        database.exec("INSERT INTO ABPerson (First) VALUES ('new')");
-        _exit(0);
-        return 0;
-    });
-    const TestBackup backup;
-    const std::string name = "Library/AddressBook/AddressBook.sqlitedb";
-    backup.add("HomeDomain", name, readFile(image.database()));
-    for (const char *expected : {"old", "old|new"}) {
-        const std::string before = pictureOf(backup.path());
-        const auto store = device::contacts::AddressBookStore::open(std::make_shared<device::BackupFolder>(backup.path()));
-        store->getContactDataFromAddressList();
-        EXPECT_EQ(names(store->contactArray()), expected);
-        EXPECT_FALSE(store->addNewContact_toGroups(named("x"), {}));
-        EXPECT_EQ(store->failures().first()->kind, AccessError::Kind::readOnly);
-        EXPECT_NE(store->failures().first()->text.find("only ever read"), std::string::npos);
-        EXPECT_EQ(pictureOf(backup.path()), before);
-        if (std::string(expected) == "old")
-            backup.add("HomeDomain", name + "-wal", readFile(image.database().string() + "-wal"));
-    }
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 #include "tests/device/TestDevice.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "device/plist/PropertyList.h"
-#include "device/sqlite/Functions.h"
 
 namespace testdevice {
 
@@ -29,12 +27,15 @@ void execOn(const fs::path &database, const std::string &sql) {
     opened.exec(sql);
 }
 
-TestImage::TestImage(const Version &version, const std::string &sql) {
+EmptyImage::EmptyImage() {
     device::PropertyList properties;
     properties.setText("DeviceName", "Test Phone");
     properties.setText("UniqueDeviceID", "0001-ABCD");
     properties.setText("ProductVersion", "17.2");
     write(path() / "Device.plist", properties.bytes());
+}
+
+TestImage::TestImage(const Version &version, const std::string &sql) {
     fs::create_directories(database().parent_path());
     execOn(database(), version.sql + sql);
 }
@@ -54,8 +55,8 @@ ContactList TestImage::contacts() const {
 void TestImage::exec(const std::string &sql) const { execOn(database(), sql); }
 void TestImage::execImages(const std::string &sql) const { execOn(images(), sql); }
 
-std::string TestImage::query(const std::string &sql) const {
-    device::sqlite::Database opened(database(), device::sqlite::Access::readOnly);
+std::string queryOn(const fs::path &database, const std::string &sql, device::sqlite::Access access) {
+    device::sqlite::Database opened(database, access);
     device::sqlite::Statement row = opened.prepare(sql);
     std::string joined;
     for (int n = 0; row.step(); ++n)

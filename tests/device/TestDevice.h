@@ -25,28 +25,38 @@ struct Version {
 [[nodiscard]] const std::vector<Version> &versions();
 [[nodiscard]] const Version &newestVersion();
 
-// An image with an address book in it.
-class TestImage {
-public:
-    explicit TestImage(const Version &version = newestVersion(), const std::string &sql = "");
+void execOn(const std::filesystem::path &database, const std::string &sql);
+// The first column of all rows, joined by "|"; NULL is "-".
+[[nodiscard]] std::string queryOn(const std::filesystem::path &database, const std::string &sql,
+                                  device::sqlite::Access access = device::sqlite::Access::readOnly);
 
-    [[nodiscard]] std::filesystem::path path() const { return folder_.path() / "image"; }
-    [[nodiscard]] std::filesystem::path database() const { return path() / "HomeDomain/Library/AddressBook/AddressBook.sqlitedb"; }
-    [[nodiscard]] std::filesystem::path images() const { return path() / "HomeDomain/Library/AddressBook/AddressBookImages.sqlitedb"; }
+// An image that holds a description of the device and nothing else.
+class EmptyImage {
+public:
+    EmptyImage();
+
+    [[nodiscard]] const std::filesystem::path &folder() const { return folder_.path(); }
+    [[nodiscard]] std::filesystem::path path() const { return folder() / "image"; }
     [[nodiscard]] std::shared_ptr<device::ImageFolder> open() const { return std::make_shared<device::ImageFolder>(path()); }
-    [[nodiscard]] std::shared_ptr<device::contacts::AddressBookStore> store() const;
-    // A fresh reading.
-    [[nodiscard]] ContactList contacts() const;
-    void exec(const std::string &sql) const;
-    void execImages(const std::string &sql) const;
-    // The first column of all rows, joined by "|"; NULL is "-".
-    [[nodiscard]] std::string query(const std::string &sql) const;
 
 private:
     TempFolder folder_;
 };
 
-void execOn(const std::filesystem::path &database, const std::string &sql);
+// An image with an address book in it.
+class TestImage : public EmptyImage {
+public:
+    explicit TestImage(const Version &version = newestVersion(), const std::string &sql = "");
+    [[nodiscard]] std::filesystem::path database() const { return path() / "HomeDomain/Library/AddressBook/AddressBook.sqlitedb"; }
+    [[nodiscard]] std::filesystem::path images() const { return path() / "HomeDomain/Library/AddressBook/AddressBookImages.sqlitedb"; }
+    [[nodiscard]] std::shared_ptr<device::contacts::AddressBookStore> store() const;
+    // A fresh reading.
+    [[nodiscard]] ContactList contacts() const;
+    void exec(const std::string &sql) const;
+    void execImages(const std::string &sql) const;
+    [[nodiscard]] std::string query(const std::string &sql) const { return queryOn(database(), sql); }
+};
+
 inline void write(const std::filesystem::path &file, std::string_view bytes) { writeFile(file, bytes); }
 
 [[nodiscard]] std::shared_ptr<ZpContactDataInfo> named(const char *first);

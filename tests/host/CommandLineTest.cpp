@@ -53,15 +53,7 @@ TEST_F(CommandLine, tellsVersionAndHelpWithoutTouchingTheHome) {
 TEST_F(CommandLine, takesOptionsAnywhere) {
     const std::string image = program.smallImage("image");
     const std::string groups = program.run({"--json", "--device", image, "contacts", "groups"}).out;
-    EXPECT_EQ(groups, R"([
-  {
-    "groupName": "Friends",
-    "ContactKey": [
-      "1"
-    ]
-  }
-]
-)");
+    EXPECT_EQ(groups, "[\n  {\n    \"groupName\": \"Friends\",\n    \"ContactKey\": [\n      \"1\"\n    ]\n  }\n]\n");
     EXPECT_EQ(program.run({"contacts", "groups", "--device=" + image, "--json"}).out, groups);
     EXPECT_EQ(program.run({"contacts", "--json", "--device", image, "groups"}).out, groups);
 }

@@ -6,10 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "device/BackupFolder.h"
-#include "device/plist/PropertyList.h"
 #include "device/sample/Sample.h"
 #include "device/sqlite/Database.h"
+#include "tests/support/TestBackup.h"
 
 namespace testhost {
 
@@ -130,29 +129,9 @@ std::string Program::smallImage(const std::string &name) const {
 }
 
 std::string Program::backupOf(const fs::path &image, const std::string &name) const {
-    const fs::path folder = home() / name;
-    fs::create_directory(folder);
-    device::sqlite::Database manifest(folder / "Manifest.db", device::sqlite::Access::create);
-    manifest.exec("CREATE TABLE Files (fileID TEXT PRIMARY KEY, domain TEXT, relativePath TEXT, flags INTEGER, file BLOB)");
-    device::sqlite::Statement add = manifest.prepare("INSERT INTO Files VALUES (?, ?, ?, 1, NULL)");
-    for (const auto &entry : fs::recursive_directory_iterator(image)) {
-        const fs::path place = entry.path().lexically_relative(image);
-        if (!entry.is_regular_file() || !place.has_parent_path())
-            continue;
-        const std::string domain = place.begin()->string(), path = place.lexically_relative(domain).string();
-        const std::string id = device::BackupFolder::fileID({domain, path});
-        writeFile(folder / id.substr(0, 2) / id, readFile(entry.path()));
-        add.reset();
-        add.bind(1, id).bind(2, domain).bind(3, path).run();
-    }
-    device::PropertyList description, info;
-    description.setFlag("IsEncrypted", false);
-    info.setText("Device Name", "Backed Up");
-    info.setText("Product Version", "14.3");
-    info.setText("Target Identifier", "00008030-abc");
-    writeFile(folder / "Manifest.plist", description.bytes(device::PropertyList::Format::binary));
-    writeFile(folder / "Info.plist", info.bytes(device::PropertyList::Format::binary));
-    return folder.string();
+    const TestBackup backup(home() / name);
+    backup.addAll(image);
+    return backup.path().string();
 }
 
 std::string Program::file(const std::string &name, std::string_view bytes) const {

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "device/Open.h"
 #include "device/sample/Sample.h"
@@ -11,6 +10,7 @@
 #include "host/services/WorkspaceOpener.h"
 #include "tests/host/Program.h"
 #include "tests/support/TestWorld.h"
+#include "tests/support/fake/Backup.h"
 #include "toolkit/services/NSNotificationCenter.h"
 
 namespace fs = std::filesystem;
@@ -198,14 +198,8 @@ TEST_F(Devices, theGatesAskForRoomToTheByteAndForTheRightToWrite) {
 }
 
 // Fails every second contact, and stops where it is told to.
-class PatchyContacts final : public CContactManagerImpl {
+class PatchyContacts final : public FakeAddressBook {
 public:
-    void getContactDataFromAddressList() override {}
-    void freeAddressBookInfo() override {}
-    ContactList contactArray() override { return {}; }
-    ContactGroupList groupArray() override { return {}; }
-    std::int64_t isDeviceiCloudOpen(std::int64_t) override { return 0; }
-    bool addNewContact_toGroups(const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override { return false; }
     void addNewContacts_toGroups_progress(const ContactList &contacts, const ContactGroupList &, const AddProgress &progress) override {
         const auto total = static_cast<std::int64_t>(contacts.size());
         if (total == 0)
@@ -221,7 +215,6 @@ public:
         for (std::int64_t i = 0; i < total && !stop; ++i)
             progress(i, total, contacts[static_cast<std::size_t>(i)], i % 2 == 0, &stop);
     }
-    void exportContactsToVCFFile_toPath(const ContactList &, const NSString &) override {}
     void exportContactsToCSVFileFromArray_toPath_callBack(const ContactList &, const NSString &, const ExportFinish &finish) override { finish(0, 2); }
     bool combineRepeatContacts_newContact_toGroup(const ContactList &, const std::shared_ptr<ZpContactDataInfo> &, const ContactGroupList &) override { return true; }
 };

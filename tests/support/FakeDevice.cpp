@@ -1,6 +1,5 @@
 #include "tests/support/FakeDevice.h"
 
-#include <filesystem>
 #include <fstream>
 
 #include "toolkit/services/NSWorkspace.h"

@@ -9,8 +9,8 @@
 #include "device/BackupFolder.h"
 #include "device/Open.h"
 #include "device/backup/BackupPassword.h"
-#include "tests/device/TestBackup.h"
 #include "tests/device/messages/TestMessages.h"
+#include "tests/support/TestBackup.h"
 #include "tests/support/TestWorld.h"
 
 using namespace device;
@@ -72,6 +72,10 @@ protected:
                                                          [this] { return now += step; }});
     }
     void start(std::uint32_t flag = 8) { task->startBackup_flag_isIncrement(NSString(target().string()), flag, 0); }
+    void backUp(std::uint32_t flag = 8) {
+        start(flag);
+        world.settle();
+    }
     [[nodiscard]] fs::path target() const { return image.folder() / "scratch" / "Backup"; }
     [[nodiscard]] std::vector<std::string> made() const {
         std::vector<std::string> names;
@@ -84,6 +88,10 @@ protected:
         auto file = make<BackupFileInfo>();
         file->path = NSString(path.string());
         task->startParseBackupFile(file);
+    }
+    void readIn(const fs::path &path) {
+        parse(path);
+        world.settle();
     }
 
     TestWorld world;
@@ -106,9 +114,9 @@ TEST_F(BackupTaskTest, aBackupIsTheTwinOfTheImage) {
     tree = image.open();
     const std::string before = pictureOf(image.path());
     EXPECT_FALSE(task->isBackuping());
+    EXPECT_EQ(task->localSpaceToBackup(8), static_cast<std::int64_t>(fs::file_size(image.database())) + 3'000'000 + 6);   // of what is copied
     listener->atProgress = [this] { EXPECT_TRUE(task->isBackuping() && !dispatch::isMain()); };
-    start();
-    world.settle();
+    backUp();
     EXPECT_FALSE(task->isBackuping());
     EXPECT_EQ(listener->said, "path 0\n");
     EXPECT_EQ(listener->path, target() / "device.._0001_ABC");
@@ -133,8 +141,7 @@ TEST_F(BackupTaskTest, aBackupIsTheTwinOfTheImage) {
 }
 
 TEST_F(BackupTaskTest, theListsOfABackupAreThoseOfADevice) {
-    start();
-    world.settle();
+    backUp();
     sqlite::Database manifest(listener->path / "Manifest.db", sqlite::Access::readOnly);
     const auto text = [&](const char *sql) {
         sqlite::Statement row = manifest.prepare(sql);
@@ -160,8 +167,7 @@ TEST_F(BackupTaskTest, theListsOfABackupAreThoseOfADevice) {
 }
 
 TEST_F(BackupTaskTest, progressRisesFromZeroToAHundredOften) {
-    start();
-    world.settle();
+    backUp();
     ASSERT_GE(listener->progress.size(), 2u);
     EXPECT_TRUE(std::ranges::is_sorted(listener->progress));
     EXPECT_EQ(listener->progress.front(), 0);
@@ -172,8 +178,7 @@ TEST_F(BackupTaskTest, progressRisesFromZeroToAHundredOften) {
 TEST_F(BackupTaskTest, theSpeedLimitDividesThePaceByTenAndEndsAtOnce) {
     task->enterSpeedLimitBackup();   // no backup runs: nothing
     listener->atProgress = [this] { task->enterSpeedLimitBackup(); };
-    start();
-    world.settle();
+    backUp();
     const auto slow = world.elapsed();
     const std::size_t calls = listener->progress.size();
     EXPECT_GT(slow, 12 * 9 * 1ms);   // a dozen pieces, a millisecond or more for each
@@ -189,14 +194,12 @@ TEST_F(BackupTaskTest, theSpeedLimitDividesThePaceByTenAndEndsAtOnce) {
 
 TEST_F(BackupTaskTest, aStopEndsItWithoutAPathAndLeavesNothing) {
     listener->atProgress = [this] { task->stopBackup(); };
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 111\n");
     EXPECT_TRUE(made().empty());
     listener->atProgress = nullptr;
     task->stopBackup();   // nothing runs: the next one is not stopped
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 111\npath 0\n");
     EXPECT_EQ(reasons, "");
 }
@@ -210,8 +213,7 @@ TEST_F(BackupTaskTest, aStopBeforeTheFirstStepCounts) {
         EXPECT_TRUE(task->isBackuping());
         task->stopBackup();
     };
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "path 0\nnone 111\n");
 }
 
@@ -221,13 +223,11 @@ TEST_F(BackupTaskTest, aLostDeviceEndsItAsAStopDoes) {
         if (fs::exists(image.path()) && listener->progress.size() == 2)
             fs::rename(image.path(), image.folder() / "gone");
     };
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 111\n");
     EXPECT_TRUE(made().empty());
     tree = nullptr;
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 111\nnone 111\n");
 }
 
@@ -239,8 +239,7 @@ TEST_F(BackupTaskTest, aSecondStartSupersedesTheFirstWhichEndsInSilence) {
         fs::remove_all(target());   // as a new load does
         start();
     };
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "path 0\n");
     EXPECT_EQ(made(), std::vector<std::string>{"0001-ABCD"});
     EXPECT_NO_THROW(BackupFolder{listener->path});
@@ -255,8 +254,7 @@ TEST_F(BackupTaskTest, aFolderRemovedBelowItWaitsForTheNextStart) {
             dispatch::after(300ms, dispatch::main(), [this] { start(); });
         }
     };
-    start();
-    world.settle();
+    backUp();
     EXPECT_FALSE(isFirst);
     EXPECT_EQ(listener->said, "path 0\n");
     EXPECT_EQ(reasons, "");
@@ -269,21 +267,18 @@ TEST_F(BackupTaskTest, aFileThatCannotBeReadGivesCodeOneAndTheReason) {
     fs::permissions(unreadable, fs::perms::none);
     if (std::ifstream(unreadable))
         GTEST_SKIP() << "this user reads everything";
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 1\n");
     EXPECT_TRUE(reasons.find("pic's") != std::string::npos) << reasons;
 }
 
 TEST_F(BackupTaskTest, whatCannotBeWrittenGivesCodeOneAndLeavesNothing) {
     write(target(), "a file in the way");
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 1\n");
     EXPECT_NE(reasons, "");
     EXPECT_EQ(readFile(target()), "a file in the way");
-    start(4);
-    world.settle();
+    backUp(4);
     EXPECT_EQ(listener->said, "none 1\nnone 1\n");
 }
 
@@ -311,8 +306,7 @@ TEST_F(BackupTaskTest, killedInTheMiddleItLeavesNoFolderThatLooksWhole) {
     });
     EXPECT_EQ(status, 128 + SIGKILL);
     EXPECT_FALSE(fs::exists(target() / "0001-ABCD"));
-    start();
-    world.settle();
+    backUp();
     EXPECT_NO_THROW(BackupFolder{target() / "0001-ABCD"});
 }
 
@@ -321,8 +315,7 @@ TEST_F(BackupTaskTest, linksLeadNeitherOutNorRound) {
     fs::create_directory_symlink(image.path() / "MediaDomain/Library/SMS", attachments / "round");
     fs::create_symlink("/etc/hostname", attachments / "out");
     fs::create_directory_symlink("/etc", attachments / "away");
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "path 0\n");
     sqlite::Database manifest(listener->path / "Manifest.db", sqlite::Access::readOnly);
     EXPECT_EQ(manifest.integer("SELECT count(*) FROM Files WHERE relativePath LIKE '%/out' OR relativePath LIKE '%/away%' OR relativePath LIKE '%round/%'"), 0);
@@ -338,10 +331,8 @@ TEST_F(BackupTaskTest, aLogBesideTheDatabaseGoesAlong) {
         fs::copy_file(away.string() + "-wal", image.database().string() + "-wal");
     }
     const std::string before = pictureOf(image.path());
-    start();
-    world.settle();
-    parse(listener->path);
-    world.settle();
+    backUp();
+    readIn(listener->path);
     ASSERT_EQ(listener->chats.size(), 2u);
     EXPECT_EQ(listener->chats[1]->content[0], NSString("from the log"));
     EXPECT_EQ(pictureOf(image.path()), before);
@@ -355,15 +346,13 @@ TEST_F(BackupTaskTest, aBackupFolderIsItsOwnBackupAndStaysAsItIs) {
     tree = openDevice(backup.path());
     EXPECT_EQ(task->isDeviceBackupEncrypted(), 0u);
     EXPECT_EQ(task->localSpaceToBackup(8), 0);
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "path 0\n");
     EXPECT_EQ(listener->progress, std::vector<double>{100});
     EXPECT_EQ(listener->path.string().find('\''), std::string::npos);
     EXPECT_EQ(fs::canonical(listener->path), fs::canonical(backup.path()));
     EXPECT_FALSE(fs::exists(target()));
-    parse(listener->path);
-    world.settle();
+    readIn(listener->path);
     ASSERT_EQ(listener->chats.size(), 2u);
     const std::string picture = listener->chats[0]->content[0].str();
     EXPECT_TRUE(picture.starts_with(listener->path.string() + "/"));
@@ -377,16 +366,8 @@ TEST_F(BackupTaskTest, aBackupFolderIsItsOwnBackupAndStaysAsItIs) {
 TEST_F(BackupTaskTest, aBackupFolderOfAPlainPathIsReportedByThatPath) {
     const TestBackup backup(image.folder() / "plain one");
     tree = openDevice(backup.path());
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->path, fs::canonical(backup.path()));
-}
-
-TEST_F(BackupTaskTest, aParseDeliversChatByChatAndEndsOnce) {
-    parse(image.path());
-    world.settle();
-    EXPECT_EQ(listener->said, "chat 2 0.50\nchat 2 1.00\nall over\n");
-    EXPECT_EQ(reasons, "");
 }
 
 TEST_F(BackupTaskTest, aParseOfNothingTellsTheReasonAndIsOver) {
@@ -402,25 +383,21 @@ TEST_F(BackupTaskTest, aBackupThatLacksFilesIsParsedAsFarAsItGoes) {
     backup.add("HomeDomain", "Library/SMS/sms.db", readFile(image.database()));
     backup.add("MediaDomain", "Library/SMS/Attachments/ab/pic's; x.jpg", "jpeg");
     fs::remove(*BackupFolder(backup.path()).find({"MediaDomain", "Library/SMS/Attachments/ab/pic's; x.jpg"}));
-    parse(backup.path());
-    world.settle();
+    readIn(backup.path());
     ASSERT_EQ(listener->chats.size(), 2u);
     EXPECT_TRUE(listener->chats[0]->content[0].isNil());
     EXPECT_EQ(listener->chats[0]->attachmentFileName[0], NSString("pic_s; x.jpg"));
     EXPECT_EQ(reasons, "");
 
     fs::remove(backup.path() / "3d/3d0d7e5fb2ce288813306e4d4636395e047a3d28");
-    parse(backup.path());
-    world.settle();
+    readIn(backup.path());
     write(backup.path() / "3d/3d0d7e5fb2ce288813306e4d4636395e047a3d28", readFile(image.database()).substr(0, 5000));
-    parse(backup.path());
-    world.settle();
+    readIn(backup.path());
     EXPECT_NE(reasons, "");
     EXPECT_EQ(listener->chats.size(), 2u);
     write(backup.path() / "Manifest.db", "no database");
     const std::string before = pictureOf(backup.path());
-    parse(backup.path());
-    world.settle();
+    readIn(backup.path());
     EXPECT_TRUE(listener->said.ends_with("all over\nall over\n")) << listener->said;
     EXPECT_NE(reasons.find("Manifest.db"), std::string::npos) << reasons;
     EXPECT_EQ(pictureOf(backup.path()), before);
@@ -432,8 +409,7 @@ TEST_F(BackupTaskTest, clearingEndsTheParseBefore) {
         task->clearData();
         parse(image.path());
     };
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "path 0\nall over\nchat 2 0.50\nchat 2 1.00\nall over\n");
 }
 
@@ -453,13 +429,8 @@ TEST_F(BackupTaskTest, aParseInTheCallbackOfABackupComesAfterIt) {
         parse(listener->path);
         EXPECT_EQ(listener->said, "path 0\n");
     };
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "path 0\nchat 2 0.50\nchat 2 1.00\nall over\n");
-}
-
-TEST_F(BackupTaskTest, thePredictedSizeIsThatOfTheCopiedFiles) {
-    EXPECT_EQ(task->localSpaceToBackup(8), static_cast<std::int64_t>(fs::file_size(image.database())) + 3'000'000 + 6);
 }
 
 TEST_F(BackupTaskTest, thePasswordIsKeptSealedAndTakenOffByTheRightOneAlone) {
@@ -470,8 +441,7 @@ TEST_F(BackupTaskTest, thePasswordIsKeptSealedAndTakenOffByTheRightOneAlone) {
     EXPECT_EQ(task->isDeviceBackupEncrypted(), 1u);
     EXPECT_EQ(readFile(image.path() / "Device.plist").find("pässword"), std::string::npos);
     EXPECT_EQ(task->setDeviceBackupPassword("another"), 1);
-    start();
-    world.settle();
+    backUp();
     EXPECT_EQ(listener->said, "none 1\n");
     for (const char *wrong : {"", "password", "pässword "})
         EXPECT_EQ(task->removeDeviceBackupPassword(wrong), 1) << wrong;

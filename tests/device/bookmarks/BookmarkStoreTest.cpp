@@ -2,11 +2,10 @@
 
 #include <csignal>
 
-#include "device/BackupFolder.h"
 #include "device/bookmarks/BookmarkStore.h"
 #include "device/bookmarks/BookmarkWriter.h"
 #include "tests/device/HardEnds.h"
-#include "tests/device/TestBackup.h"
+#include "tests/device/TestDevice.h"
 #include "tests/device/bookmarks/BookmarkCalls.h"
 
 using namespace device;
@@ -25,24 +24,16 @@ INSERT INTO bookmarks (id, parent, type, title, url, order_index) VALUES (1, 0, 
     (4, 3, 0, 'b', 'http://b', 0), (5, 1, 1, 'E', NULL, 2), (6, 0, 0, 'top', 'http://t', 1);
 )";
 
-class Image {
+class Image : public EmptyImage {
 public:
     explicit Image(const std::string &sql) {
         std::filesystem::create_directories(database().parent_path());
-        write(image_.path() / "Device.plist", R"(<?xml version="1.0"?><plist version="1.0"><dict><key>DeviceName</key><string>D</string></dict></plist>)");
         execOn(database(), sql);
-        store = BookmarkStore::open(std::make_shared<ImageFolder>(image_.path()));
+        store = BookmarkStore::open(open());
     }
-    [[nodiscard]] std::filesystem::path database() const { return image_.path() / "HomeDomain/Library/Safari/Bookmarks.db"; }
-    [[nodiscard]] const std::filesystem::path &path() const { return image_.path(); }
-    [[nodiscard]] std::string query(const std::string &sql) const {
-        sqlite::Database opened(database(), sqlite::Access::readWrite);   // rolls back what a killed writer left
-        sqlite::Statement rows = opened.prepare(sql);
-        std::string text;
-        while (rows.step())
-            text += (text.empty() ? "" : "|") + (rows.isNull(0) ? std::string("-") : rows.text(0).str());
-        return text;
-    }
+    [[nodiscard]] std::filesystem::path database() const { return path() / "HomeDomain/Library/Safari/Bookmarks.db"; }
+    // What a killed writer left is rolled back.
+    [[nodiscard]] std::string query(const std::string &sql) const { return queryOn(database(), sql, sqlite::Access::readWrite); }
     // "1F<- 2a<1": key, name and parent, in the order of the list.
     [[nodiscard]] std::string list() const {
         std::string text;
@@ -55,10 +46,6 @@ public:
     std::string deleted(const std::vector<NSString> &keys, int stopAt = -1) const { return callsOfDelete(*store, keys, stopAt); }
     [[nodiscard]] std::string reason() const { return store->failures().first() ? store->failures().first()->text : ""; }
 
-private:
-    TempFolder image_;
-
-public:
     std::shared_ptr<BookmarkStore> store;
 };
 
@@ -72,20 +59,18 @@ std::shared_ptr<BookmarkDataInfo> record(const char *key, const char *name, cons
 
 // ---------------------------------------------------------------- reading
 
-class Layouts : public testing::TestWithParam<const char *> {};
-
-TEST_P(Layouts, areReadAndWritten) {
-    const Image image(std::string(GetParam()) + kRows);
-    EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
-    EXPECT_TRUE(image.store->addBookMark({{"3", {"n", "http://n"}}})) << image.reason();
-    EXPECT_TRUE(image.store->addBookMarkFolder({{"", "N"}})) << image.reason();
-    EXPECT_EQ(image.list(), "1F<- 6top<- 8N<- 2a<1 3G<1 5E<1 4b<3 7n<3");
-    EXPECT_EQ(image.deleted({"1"}), "0/1+ ");
-    EXPECT_EQ(image.list(), "6top<- 8N<-");
+TEST(BookmarkLayouts, areReadAndWritten) {
+    for (const char *layout : {kEarly, kNewBookmarks}) {
+        SCOPED_TRACE(layout);
+        const Image image(std::string(layout) + kRows);
+        EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
+        EXPECT_TRUE(image.store->addBookMark({{"3", {"n", "http://n"}}})) << image.reason();
+        EXPECT_TRUE(image.store->addBookMarkFolder({{"", "N"}})) << image.reason();
+        EXPECT_EQ(image.list(), "1F<- 6top<- 8N<- 2a<1 3G<1 5E<1 4b<3 7n<3");
+        EXPECT_EQ(image.deleted({"1"}), "0/1+ ");
+        EXPECT_EQ(image.list(), "6top<- 8N<-");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Bookmarks, Layouts, testing::Values(kEarly, kNewBookmarks),
-                         [](const auto &info) { return std::string(info.param == kEarly ? "early" : "newest"); });
 
 TEST(BookmarkReading, leavesOutWhatIsDeletedOrHiddenAndCleansTexts) {
     const Image image(newest() + R"(UPDATE bookmarks SET deleted = 1 WHERE id = 2; UPDATE bookmarks SET hidden = 1 WHERE id = 5;
@@ -106,15 +91,6 @@ TEST(BookmarkReading, aFileThatIsNoDatabaseGivesNothingAndAReason) {
     const Image empty("CREATE TABLE other (x)");
     EXPECT_EQ(empty.list(), "");
     EXPECT_NE(empty.reason().find("has no table of bookmarks"), std::string::npos);
-}
-
-TEST(BookmarkReading, readsTheSampleOfARealLayout) {
-    const Image image("CREATE TABLE x (y)");
-    std::filesystem::copy_file(HN_SAMPLES_DIR "/bookmarks/safari.1.Bookmarks.db", image.database(),
-                               std::filesystem::copy_options::overwrite_existing);
-    EXPECT_EQ(image.list(), "1BookmarksBar<- 2com.apple.ReadingList<- 3Dev<1 4Example Bookmark<1 8Corrupt<1 6RL Unread<2 7RL Read<2");   // a hidden one stays out
-    EXPECT_TRUE(image.store->editBookMark(record("4", "N", "http://n"))) << image.reason();
-    EXPECT_EQ(image.query("SELECT title || url FROM bookmarks WHERE id = 4"), "Nhttp://n");
 }
 
 // ---------------------------------------------------------------- changes
@@ -290,18 +266,5 @@ TEST_P(HardEnd, aFolderWithoutWritePermissionIsToldAndChangesNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Bookmarks, HardEnd, testing::ValuesIn(kOperations), [](const auto &info) { return std::string(info.param.name); });
-
-TEST(BookmarkBackup, isReadAndNeverChanged) {
-    const Image image(newest());
-    const TestBackup backup;
-    backup.add("HomeDomain", "Library/Safari/Bookmarks.db", readFile(image.database()));
-    backup.describe();
-    const std::string before = pictureOf(backup.path());
-    const auto store = BookmarkStore::open(std::make_shared<BackupFolder>(backup.path()));
-    EXPECT_EQ(store->roadBookMarkData().size(), 6u);
-    EXPECT_FALSE(store->addBookMark({{"", {"x", "u"}}}));
-    EXPECT_EQ(store->failures().first()->kind, AccessError::Kind::readOnly);
-    EXPECT_EQ(pictureOf(backup.path()), before);
-}
 
 }  // namespace

@@ -13,27 +13,25 @@ std::string repeated(const char *text, int times) {
     return all;
 }
 
-struct Row {
-    const char *name;
-    std::string given, made;
-};
-class AttachmentName : public testing::TestWithParam<Row> {};
-
-TEST_P(AttachmentName, isMadeFit) { EXPECT_EQ(AttachmentNames().take(GetParam().given), NSString(GetParam().made)); }
-
-INSTANTIATE_TEST_SUITE_P(Attachments, AttachmentName, testing::Values(
-    Row{"plain", "IMG_0001.HEIC", "IMG_0001.HEIC"}, Row{"path", "~/Library/SMS/Attachments/aa/b c.jpg", "b c.jpg"},
-    Row{"marks", "a'b\"c\\d:e*f?g<h>i|j;k$l`m.txt", "a_b_c_d_e_f_g_h_i_j;k$l`m.txt"}, Row{"controls", "a\n\x01\xC2\x85\x7F" "b", "a____b"},
-    Row{"endsInASlash", "dir/", "attachment"}, Row{"dot", ".", "attachment"}, Row{"dots", "a/..", "attachment"}, Row{"threeDots", "...", "..."},
-    Row{"takenByThePage", "messages.HTML", "messages (1).HTML"}, Row{"takenPicture", "Icon_quickTime.png", "Icon_quickTime (1).png"},
-    Row{"failedPicture", "Messagesfailed.png", "Messagesfailed (1).png"},
-    Row{"twoHundredBytesStay", repeated("x", 196) + ".jpg", repeated("x", 196) + ".jpg"},
-    Row{"stemIsCut", repeated("x", 300) + ".jpeg", repeated("x", 195) + ".jpeg"},
-    Row{"cutAtACharacter", repeated("中", 80) + ".jpg", repeated("中", 65) + ".jpg"},
-    Row{"extensionOfSixteenBytes", repeated("x", 190) + ".fifteen-letters", repeated("x", 184) + ".fifteen-letters"},
-    Row{"longerIsNoExtension", repeated("x", 190) + ".sixteen--letters", repeated("x", 190) + ".sixteen--"},
-    Row{"leadingDotIsNoExtension", "." + repeated("x", 300), "." + repeated("x", 199)}),
-    [](const auto &row) { return std::string(row.param.name); });
+TEST(AttachmentNames, areMadeFit) {
+    const struct {
+        const char *name;
+        std::string given, made;
+    } rows[] = {
+        {"plain", "IMG_0001.HEIC", "IMG_0001.HEIC"}, {"path", "~/Library/SMS/Attachments/aa/b c.jpg", "b c.jpg"},
+        {"marks", "a'b\"c\\d:e*f?g<h>i|j;k$l`m.txt", "a_b_c_d_e_f_g_h_i_j;k$l`m.txt"}, {"controls", "a\n\x01\xC2\x85\x7F" "b", "a____b"},
+        {"endsInASlash", "dir/", "attachment"}, {"dot", ".", "attachment"}, {"dots", "a/..", "attachment"}, {"threeDots", "...", "..."},
+        {"takenByThePage", "messages.HTML", "messages (1).HTML"}, {"takenPicture", "Icon_quickTime.png", "Icon_quickTime (1).png"},
+        {"failedPicture", "Messagesfailed.png", "Messagesfailed (1).png"},
+        {"twoHundredBytesStay", repeated("x", 196) + ".jpg", repeated("x", 196) + ".jpg"},
+        {"stemIsCut", repeated("x", 300) + ".jpeg", repeated("x", 195) + ".jpeg"},
+        {"cutAtACharacter", repeated("中", 80) + ".jpg", repeated("中", 65) + ".jpg"},
+        {"extensionOfSixteenBytes", repeated("x", 190) + ".fifteen-letters", repeated("x", 184) + ".fifteen-letters"},
+        {"longerIsNoExtension", repeated("x", 190) + ".sixteen--letters", repeated("x", 190) + ".sixteen--"},
+        {"leadingDotIsNoExtension", "." + repeated("x", 300), "." + repeated("x", 199)}};
+    for (const auto &[name, given, made] : rows)
+        EXPECT_EQ(AttachmentNames().take(given), NSString(made)) << name;
+}
 
 TEST(AttachmentNames, aTakenNameGetsTheFirstFreeNumberIgnoringCase) {
     AttachmentNames names;

@@ -1,47 +1,22 @@
 #include "tests/device/messages/TestMessages.h"
 
 #include "device/messages/MessageSchema.h"
-#include "device/plist/PropertyList.h"
 
 namespace testdevice {
 
-namespace {
-
 namespace fs = std::filesystem;
 
-constexpr const char *kJoins =
-    "CREATE TABLE chat_handle_join (chat_id INTEGER, handle_id INTEGER, UNIQUE(chat_id, handle_id));"
-    "CREATE TABLE chat_message_join (chat_id INTEGER, message_id INTEGER, PRIMARY KEY (chat_id, message_id));"
-    "CREATE TABLE message_attachment_join (message_id INTEGER, attachment_id INTEGER, UNIQUE(message_id, attachment_id));"
-    "CREATE TABLE handle (ROWID INTEGER PRIMARY KEY AUTOINCREMENT UNIQUE, id TEXT NOT NULL, country TEXT, service TEXT, UNIQUE (id, service));";
-constexpr const char *kMessage6 =
-    "CREATE TABLE message (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT UNIQUE NOT NULL, text TEXT, handle_id INTEGER DEFAULT 0, "
-    "attributedBody BLOB, error INTEGER DEFAULT 0, date INTEGER, is_from_me INTEGER DEFAULT 0";
-constexpr const char *kChat6 =
-    "CREATE TABLE chat (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT UNIQUE NOT NULL, style INTEGER, service_name TEXT, account_login TEXT";
-constexpr const char *kAttachment6 =
-    "CREATE TABLE attachment (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT UNIQUE NOT NULL, filename TEXT, uti TEXT, mime_type TEXT";
-
-}  // namespace
-
 const std::vector<MessageVersion> &messageVersions() {
+    const auto sql = [](const char *name) { return readFile(std::string(HN_SAMPLES_DIR "/messages/") + name + ".sql"); };
     static const std::vector<MessageVersion> all = {
-        {"iOS6", std::string(kJoins) + kMessage6 + ");" + kChat6 + ");" + kAttachment6 + ");", false, false, false},
-        {"iOS9", std::string(kJoins) + kMessage6 + ", item_type INTEGER DEFAULT 0);" + kChat6 + ", display_name TEXT);" + kAttachment6 + ", transfer_name TEXT);",
-         true, false, true},
+        {"iOS6", sql("iOS6"), false, false, false},
+        {"iOS9", sql("iOS9"), true, false, true},
         {"newest", device::messages::kNewMessages, true, true, true},
     };
     return all;
 }
 
 TestMessages::TestMessages(const std::string &sql, const MessageVersion &version) {
-    device::ImageFolder::create(path(), [] {
-        device::PropertyList properties;
-        properties.setText("DeviceName", "Test Phone");
-        properties.setText("UniqueDeviceID", "0001-ABCD");
-        properties.setText("ProductVersion", "17.2");
-        return properties;
-    }());
     fs::create_directories(database().parent_path());
     execOn(database(), version.sql + sql);
 }

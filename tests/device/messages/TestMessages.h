@@ -20,23 +20,17 @@ struct MessageVersion {
 [[nodiscard]] const std::vector<MessageVersion> &messageVersions();
 
 // An image with an sms.db; `sql` fills it.
-class TestMessages {
+class TestMessages : public EmptyImage {
 public:
     explicit TestMessages(const std::string &sql, const MessageVersion &version = messageVersions().back());
     // With a database that stands already.
     explicit TestMessages(const std::filesystem::path &database);
 
-    [[nodiscard]] std::filesystem::path path() const { return folder_.path() / "image"; }
-    [[nodiscard]] const std::filesystem::path &folder() const { return folder_.path(); }
     [[nodiscard]] std::filesystem::path database() const { return path() / "HomeDomain/Library/SMS/sms.db"; }
     // Below the folder of attachments.
     void addAttachment(const std::string &name, std::string_view bytes) const;
-    [[nodiscard]] std::shared_ptr<device::ImageFolder> open() const { return std::make_shared<device::ImageFolder>(path()); }
     // The lines of all chats; a failure that was noted stands behind them.
     [[nodiscard]] std::string chats() const;
-
-private:
-    TempFolder folder_;
 };
 
 using Chats = std::vector<std::shared_ptr<MessageBackupChat>>;
