@@ -5,8 +5,6 @@
 #include <random>
 #include <set>
 
-#include "toolkit/lists/NSIndexPath.h"
-
 namespace {
 
 TEST(IndexSet, answersNotFoundWhereThereIsNone) {
@@ -79,13 +77,6 @@ TEST(IndexSet, agreesWithAPlainSetOverRandomSteps) {
         ASSERT_EQ(set.countOfIndexesInRange({begin, length}),
                   static_cast<std::size_t>(std::distance(model.lower_bound(begin), model.lower_bound(begin + length))));
     }
-}
-
-TEST(IndexPath, sortsAParentBeforeItsChildren) {
-    EXPECT_LT((NSIndexPath{1}), (NSIndexPath{1, 0}));
-    EXPECT_LT((NSIndexPath{1, 5}), (NSIndexPath{2}));
-    EXPECT_EQ((NSIndexPath{1, 2}).indexPathByRemovingLastIndex().indexPathByAddingIndex(7).toString(), "1.7");
-    EXPECT_EQ(NSIndexPath().lastIndex(), NSNotFound);
 }
 
 }  // namespace

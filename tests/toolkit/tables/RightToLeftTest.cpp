@@ -113,10 +113,7 @@ TEST(TurnedOutline, indentsFromTheRightAndItsArrowsTurnRound) {
     EXPECT_EQ(describe(outline->frameOfOutlineCellAtRow(0)), "[982.5,1 16x38]");
     EXPECT_EQ(describe(outline->frameOfCellAtColumn_row(0, 0)), "[1.5,1 981x38]");
     outline->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(0), false);
-    const auto press = [&](std::uint16_t code) {
-        const auto event = NSEvent::key(code, "", 0);
-        outline->keyDown(*event);
-    };
+    const auto press = [&](std::uint16_t code) { outline->keyDown(*NSEvent::key(code)); };
     press(keycode::right);
     EXPECT_FALSE(outline->isItemExpanded(first));
     press(keycode::left);

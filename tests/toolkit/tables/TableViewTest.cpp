@@ -48,7 +48,7 @@ TEST_F(Tiling, givesTheRowViewWhileItsCellIsBeingMade) {
     EXPECT_EQ(delegate->viewsAsked, 2);
 }
 
-TEST_F(Tiling, takesUpWhatTheDelegateChangesMeanwhile) {
+TEST_F(Tiling, takesUpWhatTheDelegateChangesMeanwhileAndEndsWhereItDoesSoAtEveryCall) {
     delegate->whenViewIsAsked = [this](NSTableView &t) {
         delegate->whenViewIsAsked = nullptr;
         delegate->rows = 3;
@@ -58,9 +58,6 @@ TEST_F(Tiling, takesUpWhatTheDelegateChangesMeanwhile) {
     EXPECT_EQ(table->numberOfRows(), 3);
     EXPECT_EQ(table->numberOfRowViews(), 3u);
     EXPECT_TRUE(table->isConsistent());
-}
-
-TEST_F(Tiling, endsWithADelegateThatReloadsAtEveryCall) {
     delegate->whenViewIsAsked = [](NSTableView &t) { t.reloadData(); };
     setRows(10);
     EXPECT_EQ(table->numberOfRows(), 10);
@@ -197,7 +194,7 @@ TEST(RowHeights, agreesWithAPlainListOverRandomSteps) {
     std::vector<double> plain(5, 10);
     for (int step = 0; step < 3000; ++step) {
         const std::size_t row = plain.empty() ? 0 : random() % plain.size();
-        switch (random() % 4) {
+        switch (random() % 3) {
         case 0:
             if (!plain.empty()) {
                 plain[row] = static_cast<double>(random() % 30);
@@ -210,15 +207,11 @@ TEST(RowHeights, agreesWithAPlainListOverRandomSteps) {
             plain.insert(plain.begin() + static_cast<std::ptrdiff_t>(at), count, 10);
             break;
         }
-        case 2: {
+        default: {
             const std::size_t count = std::min<std::size_t>(random() % 4, plain.size() - std::min(row, plain.size()));
             heights.remove(NSIndexSet::indexSetWithIndexesInRange({row, count}));
             plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(row), plain.begin() + static_cast<std::ptrdiff_t>(row + count));
-            break;
         }
-        default:
-            heights.insert({plain.size()});
-            plain.push_back(10);
         }
         ASSERT_EQ(heights.count(), plain.size());
         double y = 0;
@@ -326,44 +319,40 @@ TEST_F(Selecting, asksOnlyForAPersonsChoice) {
     EXPECT_EQ(names(controller->selectedObjects()), "r0 r1 r2 r3 r4");
 }
 
-struct ClickRow {
-    const char *name;
-    std::int64_t row;
-    NSEventModifierFlags modifiers;
-    bool multiple, empty, refusesOdd;
-    const char *log;
-};
-class PersonsClick : public Selecting, public testing::WithParamInterface<ClickRow> {};
-
-TEST_P(PersonsClick, selects) {
-    const ClickRow &row = GetParam();
-    table->setAllowsMultipleSelection(row.multiple);
-    table->setAllowsEmptySelection(row.empty);
-    table->performClick(2);
-    delegate->take();
-    delegate->refusesOddRows = row.refusesOdd;
-    table->performClick(row.row, 0, row.modifiers);
-    EXPECT_EQ(delegate->take(), row.log);
-}
-
 constexpr auto kShift = NSEventModifierFlagShift, kCommand = NSEventModifierFlagCommand;
-INSTANTIATE_TEST_SUITE_P(Table, PersonsClick,
-    testing::Values(ClickRow{"plain", 4, 0, true, true, false, "proposed {4}\nselection {4} controller {4}\n"},
-                    ClickRow{"same", 2, 0, true, true, false, "proposed {2}\n"},
-                    ClickRow{"shiftDown", 4, kShift, true, true, false, "proposed {2-4}\nselection {2-4} controller {2-4}\n"},
-                    ClickRow{"shiftUp", 0, kShift, true, true, false, "proposed {0-2}\nselection {0-2} controller {0-2}\n"},
-                    ClickRow{"commandAdds", 4, kCommand, true, true, false, "proposed {2, 4}\nselection {2, 4} controller {2, 4}\n"},
-                    ClickRow{"commandTakesAway", 2, kCommand, true, true, false, "proposed {}\nselection {} controller {}\n"},
-                    ClickRow{"commandNeverEmpties", 2, kCommand, true, false, false, "proposed {}\n"},
-                    ClickRow{"emptyArea", -1, 0, true, true, false, "proposed {}\nselection {} controller {}\n"},
-                    ClickRow{"emptyAreaNeverEmpties", -1, 0, true, false, false, "proposed {}\n"},
-                    ClickRow{"emptyAreaWithCommand", -1, kCommand, true, true, false, ""},
-                    ClickRow{"oneAtATimeShift", 4, kShift, false, true, false, "proposed {4}\nselection {4} controller {4}\n"},
-                    ClickRow{"oneAtATimeCommand", 4, kCommand, false, true, false, "proposed {4}\nselection {4} controller {4}\n"},
-                    ClickRow{"refused", 3, 0, true, true, true, "proposed {3}\n"},
-                    ClickRow{"refusedInPart", 4, kShift, true, true, true, "proposed {2-4}\nselection {2, 4} controller {2, 4}\n"},
-                    ClickRow{"beyondTheEnd", 5, 0, true, true, false, ""}),
-    [](const auto &row) { return std::string(row.param.name); });
+
+TEST_F(Selecting, followsThePersonsClicks) {
+    const struct {
+        const char *name;
+        std::int64_t row;   // clicked while row 2 is selected
+        NSEventModifierFlags modifiers;
+        bool multiple, empty, refusesOdd;
+        const char *log;
+    } rows[] = {{"plain", 4, 0, true, true, false, "proposed {4}\nselection {4} controller {4}\n"},
+                {"same", 2, 0, true, true, false, "proposed {2}\n"},
+                {"shiftDown", 4, kShift, true, true, false, "proposed {2-4}\nselection {2-4} controller {2-4}\n"},
+                {"shiftUp", 0, kShift, true, true, false, "proposed {0-2}\nselection {0-2} controller {0-2}\n"},
+                {"commandAdds", 4, kCommand, true, true, false, "proposed {2, 4}\nselection {2, 4} controller {2, 4}\n"},
+                {"commandTakesAway", 2, kCommand, true, true, false, "proposed {}\nselection {} controller {}\n"},
+                {"commandNeverEmpties", 2, kCommand, true, false, false, "proposed {}\n"},
+                {"emptyArea", -1, 0, true, true, false, "proposed {}\nselection {} controller {}\n"},
+                {"emptyAreaNeverEmpties", -1, 0, true, false, false, "proposed {}\n"},
+                {"emptyAreaWithCommand", -1, kCommand, true, true, false, ""},
+                {"oneAtATimeShift", 4, kShift, false, true, false, "proposed {4}\nselection {4} controller {4}\n"},
+                {"oneAtATimeCommand", 4, kCommand, false, true, false, "proposed {4}\nselection {4} controller {4}\n"},
+                {"refused", 3, 0, true, true, true, "proposed {3}\n"},
+                {"refusedInPart", 4, kShift, true, true, true, "proposed {2-4}\nselection {2, 4} controller {2, 4}\n"},
+                {"beyondTheEnd", 5, 0, true, true, false, ""}};
+    for (const auto &row : rows) {
+        table->setAllowsMultipleSelection(row.multiple);
+        table->setAllowsEmptySelection(row.empty);
+        delegate->refusesOddRows = row.refusesOdd;
+        table->performClick(2);
+        delegate->take();
+        table->performClick(row.row, 0, row.modifiers);
+        EXPECT_EQ(delegate->take(), row.log) << row.name;
+    }
+}
 
 TEST_F(Selecting, takesTheLastOfSeveralRowsWhereOnlyOneIsAllowed) {
     table->setAllowsMultipleSelection(false);

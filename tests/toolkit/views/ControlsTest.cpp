@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/toolkit/views/ViewsWorld.h"
 #include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSImageView.h"
@@ -160,16 +158,6 @@ TEST_F(Controls, keepTheirValuesInside) {
     EXPECT_TRUE(segments->chooseSegment(0));
     segments->setSelectedSegment(5);
     EXPECT_EQ(segments->selectedSegment(), -1);
-}
-
-TEST_F(Controls, areReachedByKeyAndKeepTheirClass) {
-    const auto button = make<NSButton>();
-    EXPECT_TRUE(button->setValue_forKey("Delete", "title"));
-    EXPECT_TRUE(button->setValue_forKey(true, "hidden"));
-    EXPECT_EQ(button->valueForKey("title"), Value("Delete"));
-    EXPECT_TRUE(button->isHidden());
-    EXPECT_TRUE(button->isMemberOf<NSButton>());
-    EXPECT_FALSE(make<NSPopUpButton>()->isMemberOf<NSButton>());
 }
 
 TEST_F(Controls, aLayerKeepsEndStatesAndRecordsTheRest) {

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/toolkit/views/ViewsWorld.h"
 #include "toolkit/services/NSLog.h"
 #include "toolkit/views/NSStackView.h"

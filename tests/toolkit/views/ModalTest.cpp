@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/toolkit/views/ViewsWorld.h"
 
 namespace {
@@ -100,21 +98,6 @@ TEST_F(Modal, aSessionGoesOnUntilItIsTold) {
     EXPECT_EQ(world.application->runModalSession(session), 1);
     world.application->endModalSession(session);
     EXPECT_EQ(world.application->modalWindow(), nullptr);
-}
-
-TEST_F(Modal, aPromptThatClosesItselfLeavesTheRunBelow) {
-    const auto progress = ViewsWorld::window("progress"), prompt = ViewsWorld::window("prompt");
-    world.presenter->answers.push_back([&] {
-        const NSModalSession session = world.application->beginModalSessionForWindow(prompt);
-        while (world.application->runModalSession(session) == kModalContinues) {
-            prompt->close();
-            world.application->stopModal();
-        }
-        world.application->endModalSession(session);
-        EXPECT_TRUE(world.application->isModal(*progress));
-        world.application->stopModalWithCode(6);
-    });
-    EXPECT_EQ(world.application->runModalForWindow(progress), 6);
 }
 
 TEST_F(Modal, aRefusedCloseKeepsTheRun) {

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/toolkit/views/ViewsWorld.h"
 #include "toolkit/services/NSLog.h"
 #include "toolkit/views/NSTextField.h"
@@ -69,19 +67,6 @@ TEST_F(Nibs, runAtTheFirstViewInOrder) {
     EXPECT_FALSE(controller->manager.expired());
     controller.reset();
     EXPECT_EQ(journal, "end first;end second;");
-}
-
-TEST_F(Nibs, anOldToolkitDeliversNoViewDidLoad) {
-    struct Row {
-        double version;
-        bool delivered;
-    };
-    for (const Row &row : {Row{1342.9, false}, Row{1343, true}, Row{1343.5, true}, Row{1561, true}}) {
-        setAppKitVersionNumber(row.version);
-        journal.clear();
-        (void)make<PaneController>(NSString("Pane"))->view();
-        EXPECT_EQ(journal.find("viewDidLoad") != std::string::npos, row.delivered) << row.version;
-    }
 }
 
 TEST_F(Nibs, anUnknownOneShowsALineAndIsLoggedOnce) {

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/support/TempFolder.h"
 #include "tests/toolkit/views/ViewsWorld.h"
 #include "toolkit/views/SetAsideFile.h"

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "tests/toolkit/views/ViewsWorld.h"
 #include "toolkit/views/NSTextField.h"
 
@@ -114,13 +112,6 @@ TEST_F(Window, keysFindTheFieldTheDefaultButtonAndTheNextField) {
     EXPECT_EQ(watcher->log, "pressed;");
     second->removeFromSuperview();
     EXPECT_EQ(window->firstResponder(), window);
-}
-
-TEST_F(Window, theContentFollowsTheFrame) {
-    EXPECT_EQ(describe(window->frame()), "[0,0 200x122]");
-    window->setFrame({10, 10, 400, 300});
-    EXPECT_EQ(describe(window->contentView()->frame()), "[0,0 400x278]");
-    EXPECT_EQ(window->toString(), "NSWindow \"w\" [10,10 400x300] hidden\nNSView [0,0 400x278]\n");
 }
 
 TEST_F(Window, hostsHearOfEachChange) {
