@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "HNManagerPlugin/Classes/PublicProgressWindow/ConflictStep.h"
 #include "HNManagerPlugin/Classes/PublicProgressWindow/DeviceFilePreview.h"
 #include "HNManagerPlugin/Classes/PublicProgressWindow/Dialogs.h"
@@ -217,7 +215,7 @@ TEST_F(Preview, callsThePlayerAfterACancelToo) {
 }
 
 TEST_F(Preview, opensNoFileOutsideItsFolder) {
-    std::ofstream(here.folder() + "/secret") << "x";
+    writeFile(here.folder() + "/secret", "x");
     DeviceFilePreview::open("../secret", "/m/a.mp3", 2000, "Play");
     EXPECT_EQ(here.log.take(), "");
 }

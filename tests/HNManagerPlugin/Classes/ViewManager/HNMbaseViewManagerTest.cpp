@@ -4,7 +4,6 @@
 
 #include "tests/support/ListRow.h"
 #include "tests/support/PluginWorld.h"
-#include "toolkit/views/NSApplication.h"
 
 using namespace std::chrono_literals;
 

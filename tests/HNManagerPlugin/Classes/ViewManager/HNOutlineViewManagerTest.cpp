@@ -6,7 +6,6 @@
 #include "HNManagerPlugin/contracts/RVViewTemplate/RVTableHeaderCell.h"
 #include "tests/support/PluginWorld.h"
 #include "toolkit/views/NSApplication.h"
-#include "toolkit/views/NSScrollView.h"
 
 namespace {
 

@@ -106,12 +106,6 @@ TEST_F(BookmarkCategory, sortsTheTopLevelAlone) {
     EXPECT_EQ(model_->allLeafNodeCount(), 3);
 }
 
-TEST_F(BookmarkCategory, withoutBookmarksTheNoDataPanelShows) {
-    open();
-    EXPECT_FALSE(manager_->hasBookmarkExport);
-    EXPECT_FALSE(manager_->noSearchField.lock()->isHidden());
-}
-
 TEST_F(BookmarkCategory, inTheCloudNothingIsReadUntilRetry) {
     device_->cloud = 1;
     device_->bookmark("a", "u");
@@ -194,12 +188,8 @@ TEST_F(BookmarkCategory, menusFollowTheSelection) {
     for (const std::int64_t noRow : {std::int64_t{-1}, std::numeric_limits<std::int64_t>::max()})
         manager_->rightMouseDownAtRow(noRow);
     EXPECT_EQ(menu_->numberOfItems(), 4u) << before;
-}
-
-TEST_F(BookmarkCategory, aRightClickOutsideTheSelectionTakesThatRowAlone) {
-    openWithTree();
     select({"F", "top"});
-    manager_->rightMouseDownAtRow(1);
+    manager_->rightMouseDownAtRow(1);   // outside the selection: that row alone
     EXPECT_EQ(tree(), "(F (a G (b E) c) top) selection 0.0");
 }
 
@@ -303,8 +293,12 @@ TEST_F(BookmarkCategory, deletingAFolderPassesItsBookmarksAndFoldersButNoEmptyOn
 }
 
 TEST_F(BookmarkCategory, deletingTellsSuccessBeforeFailure) {
-    world_.setTexts({{"BMView_deleteBookmarks", "%ld?"}, {"BMView_deleteResultAllFaileds", "%ld stay"}});
+    world_.setTexts({{"BMView_deleteBookmark", "%@?"}, {"BMView_deleteBookmarks", "%ld?"}, {"BMView_deleteResultAllFaileds", "%ld stay"}});
     openWithTree();
+    select({"a"});
+    answers_.at("a?").press("FileManager_Cancel");
+    perform("onDeleteButton:");
+    EXPECT_EQ(device_->log.take(), "");
     select({"a", "b", "c"});
     device_->kept = {"4", "6"};
     answers_.at("3?").press("FileManager_Delete");
@@ -321,15 +315,6 @@ TEST_F(BookmarkCategory, theBudgetOfBookmarksEndsADeleteBeforeAnEmptyFolder) {
     EXPECT_EQ(model_->keysToDelete(outline_->selectedRowIndexes(), 1), (CBookmarkManagerImpl::Keys{{"2", "2"}}));
     select({"E"});
     EXPECT_EQ(model_->keysToDelete(outline_->selectedRowIndexes(), 1), (CBookmarkManagerImpl::Keys{{"5", "5"}}));
-}
-
-TEST_F(BookmarkCategory, refusingADeleteChangesNothing) {
-    world_.setTexts({{"BMView_deleteBookmark", "%@?"}});
-    openWithTree();
-    select({"a"});
-    answers_.at("a?").press("FileManager_Cancel");
-    perform("onDeleteButton:");
-    EXPECT_EQ(device_->log.take(), "");
 }
 
 // ---------------------------------------------------------------- export
@@ -350,8 +335,10 @@ constexpr const char *kHead =
     "<!DOCTYPE NETSCAPE-Bookmark-file-1>\n<HTML><META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; "
     "charset=UTF-8\"><Title>bookmark</Title><H1>bookmark</H1>";
 
-TEST_F(BookmarkExport, anEmptyTreeIsHeadAndTail) {
+TEST_F(BookmarkExport, withoutBookmarksTheNoDataPanelShowsAndTheFileIsHeadAndTail) {
     open();
+    EXPECT_FALSE(manager_->hasBookmarkExport);
+    EXPECT_FALSE(manager_->noSearchField.lock()->isHidden());
     EXPECT_EQ(exported(), std::string(kHead) + "\n</HTML>");
 }
 

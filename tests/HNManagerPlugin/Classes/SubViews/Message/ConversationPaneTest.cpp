@@ -66,43 +66,36 @@ std::shared_ptr<HNDetailMessage> rowOf(bool isSend, bool isGroup, bool isAttachm
 
 // ---------------------------------------------------------------- forms and heights
 
-struct RowCase {
-    const char *name;
-    bool isSend, isGroup, isAttachment;
-    unsigned width, height;   // of the picture; 0 for none
-    const char *identifier;
-    double heightOfRow;   // with an empty text
-};
-class PaneRow : public Pane, public testing::WithParamInterface<RowCase> {};
-
-TEST_P(PaneRow, hasItsFormAndHeight) {
-    const RowCase &one = GetParam();
-    const auto icon = one.width > 0 ? picture(one.width, one.height) : nullptr;
-    const auto row = rowOf(one.isSend, one.isGroup, one.isAttachment, icon);
-    EXPECT_EQ(height(row), one.heightOfRow);
-    EXPECT_EQ(cell(row)->identifier(), one.identifier);
+TEST_F(Pane, eachRowHasItsFormAndHeight) {
+    const struct {
+        const char *name;
+        bool isSend, isGroup, isAttachment;
+        unsigned width, height;   // of the picture; 0 for none
+        const char *identifier;
+        double heightOfRow;   // with an empty text
+    } rows[] = {{"sent", true, false, false, 0, 0, "sendMessageID", 35},
+                {"sentInGroup", true, true, false, 0, 0, "sendMessageID", 35},
+                {"received", false, false, false, 0, 0, "receiveMessageID", 35},
+                {"receivedInGroup", false, true, false, 0, 0, "receiveMessageGroupID", 65},
+                {"sentPicture", true, false, true, 100, 80, "MessageAttachment_Send", 110},
+                {"sentPictureOf64", true, false, true, 64, 64, "MessageAttachment_Send", 110},
+                {"sentPictureOf63", true, false, true, 63, 63, "MessageAttachment_Send", 108},
+                {"sentWithoutPicture", true, false, true, 0, 0, "MessageAttachment_Send", 45},
+                {"sentWide", true, false, true, 300, 100, "MessageAttachment_Send_BigSize", 47},
+                {"sentHigh", true, false, true, 100, 300, "MessageAttachment_Send_BigSize", 143},
+                {"sentPictureInGroup", true, true, true, 100, 80, "MessageAttachment_Send", 145},
+                {"sentWideInGroup", true, true, true, 300, 100, "MessageAttachment_Send_BigSize", 82},
+                {"receivedPicture", false, false, true, 299, 100, "MessageAttachment_Rec", 110},
+                {"receivedWide", false, false, true, 128, 30, "MessageAttachment_Rec_BigSize", 45},
+                {"receivedPictureInGroup", false, true, true, 100, 80, "MessageAttachmentGroup_Rec", 145},
+                {"receivedSmallPictureInGroup", false, true, true, 20, 20, "MessageAttachmentGroup_Rec", 100},
+                {"receivedHighInGroup", false, true, true, 10, 90, "MessageAttachmentGroup_Rec_BigSize", 140}};
+    for (const auto &one : rows) {
+        const auto row = rowOf(one.isSend, one.isGroup, one.isAttachment, one.width > 0 ? picture(one.width, one.height) : nullptr);
+        EXPECT_EQ(height(row), one.heightOfRow) << one.name;
+        EXPECT_EQ(cell(row)->identifier(), one.identifier) << one.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, PaneRow,
-    testing::Values(RowCase{"sent", true, false, false, 0, 0, "sendMessageID", 35},
-                    RowCase{"sentInGroup", true, true, false, 0, 0, "sendMessageID", 35},
-                    RowCase{"received", false, false, false, 0, 0, "receiveMessageID", 35},
-                    RowCase{"receivedInGroup", false, true, false, 0, 0, "receiveMessageGroupID", 65},
-                    RowCase{"sentPicture", true, false, true, 100, 80, "MessageAttachment_Send", 110},
-                    RowCase{"sentPictureOf64", true, false, true, 64, 64, "MessageAttachment_Send", 110},
-                    RowCase{"sentPictureOf63", true, false, true, 63, 63, "MessageAttachment_Send", 108},
-                    RowCase{"sentWithoutPicture", true, false, true, 0, 0, "MessageAttachment_Send", 45},
-                    RowCase{"sentWide", true, false, true, 300, 100, "MessageAttachment_Send_BigSize", 47},
-                    RowCase{"sentHigh", true, false, true, 100, 300, "MessageAttachment_Send_BigSize", 143},
-                    RowCase{"sentPictureInGroup", true, true, true, 100, 80, "MessageAttachment_Send", 145},
-                    RowCase{"sentWideInGroup", true, true, true, 300, 100, "MessageAttachment_Send_BigSize", 82},
-                    RowCase{"receivedPicture", false, false, true, 299, 100, "MessageAttachment_Rec", 110},
-                    RowCase{"receivedWide", false, false, true, 128, 30, "MessageAttachment_Rec_BigSize", 45},
-                    RowCase{"receivedPictureInGroup", false, true, true, 100, 80, "MessageAttachmentGroup_Rec", 145},
-                    RowCase{"receivedSmallPictureInGroup", false, true, true, 20, 20, "MessageAttachmentGroup_Rec", 100},
-                    RowCase{"receivedHighInGroup", false, true, true, 10, 90, "MessageAttachmentGroup_Rec_BigSize", 140}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST_F(Pane, captionsHaveFixedHeightsThatAreNotKept) {
     const auto time = rowOf(true, true, false), failed = rowOf(false, false, false);
@@ -136,30 +129,24 @@ TEST_F(Pane, anAttachmentIsMeasuredByItsFileName) {
 
 // ---------------------------------------------------------------- pictures
 
-struct CropCase {
-    unsigned width, height;
-    bool isBig;
-    const char *fixed;
-};
-class Crop : public testing::TestWithParam<CropCase> {};
-
-TEST_P(Crop, cutsTheCornerOfExtremePictures) {
+TEST(Crops, cutTheCornerOfExtremePictures) {
     using Controller = HNMessageDetailViewController;
-    const auto image = picture(GetParam().width, GetParam().height);
-    EXPECT_EQ(Controller::isImageBigSize(image), GetParam().isBig);
-    const auto fixed = Controller::fixImageBigSize(image);
-    EXPECT_EQ(sizeOf(fixed), GetParam().fixed);
-    if (fixed != image) {
-        EXPECT_EQ(fixed->crop()->origin, NSPoint());
+    const struct {
+        unsigned width, height;
+        bool isBig;
+        const char *fixed;
+    } rows[] = {{300, 100, true, "128x32"}, {299, 100, false, "299x100"}, {100, 300, true, "32x128"}, {100, 299, false, "100x299"},
+                {128, 30, true, "128x30"}, {100, 30, true, "100x30"}, {20, 1000, true, "20x128"}, {3, 1, true, "3x1"}, {2, 1, false, "2x1"}};
+    for (const auto &[width, height, isBig, expected] : rows) {
+        const auto image = picture(width, height), fixed = Controller::fixImageBigSize(image);
+        EXPECT_EQ(Controller::isImageBigSize(image), isBig) << expected;
+        EXPECT_EQ(sizeOf(fixed), expected);
+        if (fixed != image) {
+            EXPECT_EQ(fixed->crop()->origin, NSPoint()) << expected;
+        }
+        EXPECT_EQ(Controller::fixImageBigSize(fixed), fixed) << expected << ": once is enough";
     }
-    EXPECT_EQ(Controller::fixImageBigSize(fixed), fixed);   // once is enough
 }
-
-INSTANTIATE_TEST_SUITE_P(Sizes, Crop,
-                         testing::Values(CropCase{300, 100, true, "128x32"}, CropCase{299, 100, false, "299x100"},
-                                         CropCase{100, 300, true, "32x128"}, CropCase{100, 299, false, "100x299"},
-                                         CropCase{128, 30, true, "128x30"}, CropCase{100, 30, true, "100x30"},
-                                         CropCase{20, 1000, true, "20x128"}, CropCase{3, 1, true, "3x1"}, CropCase{2, 1, false, "2x1"}));
 
 TEST(Crops, nothingStaysNothing) {
     EXPECT_FALSE(HNMessageDetailViewController::isImageBigSize(nullptr));

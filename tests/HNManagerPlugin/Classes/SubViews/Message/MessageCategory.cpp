@@ -1,13 +1,9 @@
 #include "tests/HNManagerPlugin/Classes/SubViews/Message/MessageCategory.h"
 
-#include <filesystem>
-
 #include "toolkit/services/NSBundle.h"
 #include "toolkit/services/UserFolders.h"
 
 MessageCategory::MessageCategory() : device_(contextWith(book_)) {
-    folder_ = testing::TempDir() + "messages." + std::to_string(::getpid());
-    std::filesystem::remove_all(folder_);
     UserFolders folders;
     folders.applicationSupport = folder_;
     setUserFolders(folders);
@@ -27,7 +23,6 @@ MessageCategory::~MessageCategory() {
     advance(std::chrono::seconds(5));   // the last step of the simulated progress
     RKBackupAndRestoreTask::install({});
     setUserFolders({});
-    std::filesystem::remove_all(folder_);
 }
 
 void MessageCategory::open() {

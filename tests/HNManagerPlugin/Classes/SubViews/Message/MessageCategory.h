@@ -9,6 +9,7 @@
 #include "tests/support/AnswerScript.h"
 #include "tests/support/FakeDevice.h"
 #include "tests/support/PluginWorld.h"
+#include "tests/support/TempFolder.h"
 #include "tests/support/fake/Backup.h"
 
 class MessageCategory : public testing::Test {
@@ -38,7 +39,8 @@ protected:
 
     PluginWorld world_;
     std::shared_ptr<EventLog> log_ = std::make_shared<EventLog>();
-    std::string folder_;   // application support
+    TempFolder temporary_;
+    const std::string folder_ = (temporary_.path() / "support").string();   // application support, not there yet
     std::shared_ptr<FakeBackupTask> shared_ = make<FakeBackupTask>(), parse_ = make<FakeBackupTask>();
     std::shared_ptr<FakeAddressBook> book_ = make<FakeAddressBook>();
     FakeDevice device_;

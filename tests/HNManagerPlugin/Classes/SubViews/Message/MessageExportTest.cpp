@@ -1,8 +1,4 @@
 // Threads to a table and to a page: what is asked before, what is written, how it ends.
-#include <filesystem>
-#include <fstream>
-#include <random>
-#include <sstream>
 
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/MobileDeviceManager.h"
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
@@ -16,14 +12,12 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr const char *kHead = "Group ID\tNumber\tName\tTime\tContent\tSmsState\tSmsType\n";
+constexpr const char *kOne = "MessageView_exportSuccess", *kSeveral = "MessageView_exportSuccess(s)";
 
 class MessageExport : public MessageCategory {
 protected:
-    MessageExport() : target_(fs::path(HN_BINARY_DIR) / ("messages-" + std::to_string(std::random_device{}()))) {
-        fs::create_directories(target_);
+    MessageExport() {
         UserFolders folders = userFolders();
         folders.home = "/home/ann";
         setUserFolders(folders);
@@ -32,19 +26,15 @@ protected:
     ~MessageExport() override {
         SystemCommand::setFailureListener({});
         PictureConverter::install({});
-        fs::remove_all(target_);
     }
-    [[nodiscard]] NSString path(const char *name) const { return NSString((target_ / name).string()); }
-    std::string put(const char *name, const char *bytes) const {
-        std::ofstream(target_ / name, std::ios::binary) << bytes;
-        return (target_ / name).string();
+    [[nodiscard]] NSString target() const { return NSString(folder_.path().string()); }
+    [[nodiscard]] NSString path(const char *name) const { return NSString((folder_.path() / name).string()); }
+    [[nodiscard]] NSString put(const char *name, const char *bytes) const {
+        writeFile(folder_.path() / name, bytes);
+        return path(name);
     }
-    [[nodiscard]] std::string read(const char *name) const {
-        std::ostringstream bytes;
-        bytes << std::ifstream(target_ / name, std::ios::binary).rdbuf();
-        return bytes.str();
-    }
-    [[nodiscard]] bool stands(const char *name) const { return fs::exists(target_ / name); }
+    [[nodiscard]] std::string read(const std::string &name) const { return readFile(folder_.path() / name); }
+    [[nodiscard]] bool stands(const char *name) const { return std::filesystem::exists(folder_.path() / name); }
     void openWithBobAndAnn() {
         book_->add("Ann", {"7"});
         auto ann = chatOf(9, {"7"}, {{.content = "hi", .second = 60, .personSend = "7"}});
@@ -53,12 +43,13 @@ protected:
         bob->serviceName = {"iMessage", "SMS"};
         openWith({bob, ann});
     }
-    void exportTable(const char *name) {
-        answers_.savePanel().choose({path(name)});
+    // Leaves the result, which begins with `said`, by its first button.
+    void exportTable(const char *name, const char *said = nullptr) {
+        answer(name, said);
         manager_->exportMessage(nullptr);
     }
-    void exportPage(const char *name) {
-        answers_.savePanel().choose({path(name)});
+    void exportPage(const char *name, const char *said = nullptr) {
+        answer(name, said);
         manager_->exportMessage2HTML(nullptr);
     }
     // On the worker that exports: presses Cancel, and lets all that waits on the main queue pass.
@@ -70,7 +61,13 @@ protected:
         });
     }
 
-    fs::path target_;
+    void answer(const char *name, const char *said) {
+        answers_.savePanel().choose({path(name)});
+        if (said)
+            answers_.at(said).press("MessageDialog_Ok");
+    }
+
+    TempFolder folder_;
     EventLog shown_;
     AnswerScript answers_{&shown_};
 };
@@ -78,47 +75,43 @@ protected:
 // Bytes of GB18030: U+4E2D is D6 D0, U+1F600 is 94 39 FC 36.
 TEST_F(MessageExport, theTableHasARowForEachMessageAndCaptionButThoseOfTheTime) {
     book_->add("Ann", {"7"});
-    const std::string file = put("IMG 1;.jpg", "picture");
+    const NSString file = put("IMG 1;.jpg", "picture");
     auto chat = chatOf(18446744073709551615U, {"7"},
                        {{.content = "\xE4\xB8\xAD\xF0\x9F\x98\x80", .personSend = "7"},
                         {.content = "line\none\ttab", .isSend = true, .personSend = "x"},
                         {.content = "late", .second = 7200, .isSend = true, .isFailed = true, .personSend = "x"},
-                        {.content = NSString(file), .second = 7260, .isAttachment = true, .type = "image/jpeg", .fileName = "IMG 1;.jpg",
+                        {.content = file, .second = 7260, .isAttachment = true, .type = "image/jpeg", .fileName = "IMG 1;.jpg",
                          .personSend = "9"}});
     chat->serviceName = {"iMessage"};
     openWith({chat});
     select({0});
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportTable("out.xls");
+    exportTable("out.xls", kOne);
     const std::string id = "18446744073709551615", type = "\t(\n    iMessage\n)\n";
     EXPECT_EQ(read("out.xls"), kHead + id + "\t7\tAnn\t2024-01-01 00:00:00\t\xD6\xD0\x94\x39\xFC\x36\treceive" + type +
                                    id + "\tx\tx\t2024-01-01 00:00:00\tlineone\ttab\tsend" + type +
                                    id + "\tx\tx\t2024-01-01 02:00:00\tlate\tfailed" + type +
                                    id + "\t(null)\t(null)\t(null)\tMessageView_NotDeliver\treceive" + type +
                                    id + "\t9\t9\t2024-01-01 02:01:00\t[attachment]\treceive" + type);
-    EXPECT_EQ(read(("message attachment/" + id + "/IMG 1;.jpg").c_str()), "picture");
+    EXPECT_EQ(read("message attachment/" + id + "/IMG 1;.jpg"), "picture");
     EXPECT_FALSE(stands("pelorix_message.xls"));
-    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), NSString(target_.string()));
+    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), target());
 }
 
 TEST_F(MessageExport, theSelectedThreadsAloneAreWrittenInTheOrderOfTheList) {
     openWithBobAndAnn();
     select({0, 1});
-    answers_.at("MessageView_exportSuccess(s)").press("MessageDialog_Ok");
-    exportTable("two.xls");
+    exportTable("two.xls", kSeveral);
     EXPECT_EQ(read("two.xls"), std::string(kHead) + "9\t7\tAnn\t2024-01-01 00:01:00\thi\treceive\t(\n    SMS\n)\n"
                                                     "5\t\t\t2024-01-01 00:00:00\tab\tc\tsend\t(\n    iMessage,\n    SMS\n)\n");
     select({0});
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportTable("one.xls");
+    exportTable("one.xls", kOne);
     EXPECT_EQ(read("one.xls"), std::string(kHead) + "9\t7\tAnn\t2024-01-01 00:01:00\thi\treceive\t(\n    SMS\n)\n");
 }
 
 TEST_F(MessageExport, whatGB18030CannotHoldDoesNotKeepTheTableFromIt) {
     openWith({chatOf(1, {}, {{.content = "\xFF|\xEE\x9E\x8D|\xEF\xA3\xBF", .isSend = true}})});
     select({0});
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportTable("out.xls");
+    exportTable("out.xls", kOne);
     EXPECT_NE(read("out.xls").find("\x84\x31\xA4\x37|\x84\x31\xA4\x37|\x84\x30\x81\x30"), std::string::npos) << read("out.xls");
 }
 
@@ -133,8 +126,7 @@ TEST_F(MessageExport, theWindowTellsTheThreadsAsTheyAreWritten) {
         });
     });
     for (const bool isPage : {false, true}) {
-        answers_.at("MessageView_exportSuccess(s)").press("MessageDialog_Ok");
-        isPage ? exportPage("page") : exportTable("out.xls");
+        isPage ? exportPage("page", kSeveral) : exportTable("out.xls", kSeveral);
         const std::string log = shown_.take();
         EXPECT_EQ(log.substr(log.find("asks")), "asks MessageView_ExportTitle|MessageView_ExportWaiting [FileManager_Cancel]\n"
                                                "main: 1 of 3\nmain: 2 of 3\nmain: 3 of 3\nbutton: MessageDialog_Ok 15\n"
@@ -157,7 +149,7 @@ TEST_F(MessageExport, thePanelBeginsInTheFolderOfTheLastExport) {
     exportTable("out.xls");
     EXPECT_EQ(asked, "/home/ann/Documents xls Messages_00000000_000000");
     exportPage("page");
-    EXPECT_EQ(asked, target_.string() + "  Messages_00000000_000000");
+    EXPECT_EQ(asked, target().str() + "  Messages_00000000_000000");
     NSSavePanel::setHandOver({});
 }
 
@@ -166,16 +158,14 @@ TEST_F(MessageExport, whatACommandCannotTakeStaysAsItIs) {
     SystemCommand::setFailureListener([&](const SystemCommand::Failure &failure) { failed += failure.command.str() + "\n"; });
     openWith({chatOf(1, {"7"}, {{.content = "/b/it's", .isSend = true, .isFailed = true, .isAttachment = true, .fileName = "n'"}})});
     select({0});
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportTable("a b.xls");
-    const std::string at = target_.string();
+    exportTable("a b.xls", kOne);
+    const std::string at = target().str();
     EXPECT_EQ(std::exchange(failed, {}), "cp '/b/it's' '" + at + "/message attachment/1'\n"
                                          "iconv -f UTF8 -t GB18030 " + at + "/a b.xls > " + at + "/pelorix_message.xls\n"
                                          "rm " + at + "/a b.xls\nmv " + at + "/pelorix_message.xls " + at + "/a b.xls\n");
     EXPECT_EQ(read("a b.xls"), std::string(kHead) + "1\t\t\t2024-01-01 00:00:00\t[attachment]\tfailed\t(\n)\n"
                                                    "1\t(null)\t(null)\t(null)\tMessageView_NotDeliver\treceive\t(\n)\n");
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportPage("page");
+    exportPage("page", kOne);
     EXPECT_EQ(failed, "cp '/b/it's' '" + at + "/page/n''\n");
     EXPECT_TRUE(stands("page/Messagesfailed.png"));
 }
@@ -183,8 +173,7 @@ TEST_F(MessageExport, whatACommandCannotTakeStaysAsItIs) {
 TEST_F(MessageExport, aTableThatEndsWithAThreadWithoutRowsWaitsForEver) {
     openWith({chatOf(1, {"7"}, {})});
     select({0});
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportPage("page");
+    exportPage("page", kOne);
     EXPECT_TRUE(stands("page/Messages.html"));
     answers_.at("MessageView_ExportWaiting").press("FileManager_Cancel").closeByTitleBar();
     world_.world().expectWaiting({"a semaphore"});
@@ -208,16 +197,16 @@ TEST_F(MessageExport, theTypeWordTellsPicturesSoundsAndVideosInThisOrder) {
     for (const auto &row : rows) {
         EXPECT_EQ(HNMMessageViewModel::medioType_path(row.type, path("")), row.kind) << row.kind;
         EXPECT_EQ(stands("Icon_quickTime.png"), row.hasMark) << row.kind;
-        fs::remove(target_ / "Icon_quickTime.png");
+        std::filesystem::remove(folder_.path() / "Icon_quickTime.png");
     }
-    put("Icon_quickTime.png", "mine");
+    (void)put("Icon_quickTime.png", "mine");
     (void)HNMMessageViewModel::medioType_path("video/x", path(""));
     EXPECT_EQ(read("Icon_quickTime.png"), "mine");
 }
 
 TEST_F(MessageExport, theTableStandsBehindWhatTheFileHolds) {
     openWithBobAndAnn();
-    put("old.xls", "old");
+    (void)put("old.xls", "old");
     model_->exportSelectedMessages_exportMessages_callBack(path("old.xls"), {}, [](auto, auto, const auto &) {});
     EXPECT_EQ(read("old.xls"), std::string("old") + kHead);
 }
@@ -230,23 +219,20 @@ TEST_F(MessageExport, aCancelledTableIsEmptyAndReportedAsASuccess) {
         if (failure.words.front() == "cp")
             cancelMeanwhile();
     });
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportTable("out.xls");
+    exportTable("out.xls", kOne);
     EXPECT_TRUE(stands("out.xls"));
     EXPECT_EQ(read("out.xls"), "");
 }
 
 TEST_F(MessageExport, aCancelledPageEndsWithWhatItHas) {
-    const std::string file = put("a.heic", "heic");
-    const FakeMessage picture{.content = NSString(file), .isAttachment = true, .type = "image/heic", .fileName = "a.heic"};
+    const FakeMessage picture{.content = put("a.heic", "heic"), .isAttachment = true, .type = "image/heic", .fileName = "a.heic"};
     openWith({chatOf(1, {}, {picture, picture, {.content = "never"}}), chatOf(2, {}, {{.content = "nor this"}})});
     select({0, 1});
     PictureConverter::install([](const NSString &, const NSString &) {
         cancelMeanwhile();
         return false;
     });
-    answers_.at("MessageView_exportSuccess(s)").press("MessageDialog_Ok");
-    exportPage("page");
+    exportPage("page", kSeveral);
     const std::string page = read("page/Messages.html");
     EXPECT_NE(page.find("a.heic"), std::string::npos);
     EXPECT_EQ(page.find("never"), std::string::npos);
@@ -255,9 +241,9 @@ TEST_F(MessageExport, aCancelledPageEndsWithWhatItHas) {
 }
 
 TEST_F(MessageExport, thePageHasEachMessageWithItsTimeAndItsFiles) {
-    const std::string file = put("f", "bytes");
+    const NSString file = put("f", "bytes");
     const auto attachment = [&](const char *type, const char *name, bool isSend, bool isFailed = false) {
-        return FakeMessage{.content = NSString(file), .isSend = isSend, .isFailed = isFailed, .isAttachment = true, .type = type, .fileName = name};
+        return FakeMessage{.content = file, .isSend = isSend, .isFailed = isFailed, .isAttachment = true, .type = type, .fileName = name};
     };
     EventLog lines;
     world_.logLinesTo(lines, "HNMMessageViewModel+Export");
@@ -269,8 +255,7 @@ TEST_F(MessageExport, thePageHasEachMessageWithItsTimeAndItsFiles) {
     chat->serviceName = {"iMessage"};
     openWith({chat});
     select({0});
-    answers_.at("MessageView_exportSuccess").press("MessageDialog_Ok");
-    exportPage("page");
+    exportPage("page", kOne);
     const std::string page = read("page/Messages.html");
     std::size_t at = 0;
     for (const char *part : {"<h2 dir=\"auto\">7 <small>MessagesTableHeader_Message</small>", "<time>2024-01-01</time>",
@@ -287,7 +272,7 @@ TEST_F(MessageExport, thePageHasEachMessageWithItsTimeAndItsFiles) {
     EXPECT_NE(page.find("<title>" + MobileDeviceManager::defaultManager().deviceName().str() + "</title>"), std::string::npos);
     EXPECT_NE(lines.take().find("MessageType = (\n    iMessage\n)"), std::string::npos);
     for (const char *name : {"p.png", "v.mp4", "s.amr", "d.pdf"})
-        EXPECT_EQ(read((std::string("page/") + name).c_str()), "bytes") << name;
+        EXPECT_EQ(read(std::string("page/") + name), "bytes") << name;
     EXPECT_TRUE(stands("page/Messagesfailed.png"));
     EXPECT_TRUE(stands("page/Icon_quickTime.png"));
 }
@@ -296,12 +281,12 @@ TEST_F(MessageExport, theFolderButtonLeavesTheTablesWindowAndClosesThePages) {
     openWithBobAndAnn();
     select({0});
     log_->take();
-    answers_.at("MessageView_exportSuccess").press("BackupRestore_ExportOpenFolder").press("MessageDialog_Ok");
+    answers_.at(kOne).press("BackupRestore_ExportOpenFolder").press("MessageDialog_Ok");
     exportTable("out.xls");
-    EXPECT_EQ(log_->take(), "opens " + target_.string());
-    answers_.at("MessageView_exportSuccess").press("BackupRestore_ExportOpenFolder");
+    EXPECT_EQ(log_->take(), "opens " + target().str());
+    answers_.at(kOne).press("BackupRestore_ExportOpenFolder");
     exportPage("page");
-    EXPECT_EQ(log_->take(), "opens " + target_.string() + "/page");
+    EXPECT_EQ(log_->take(), "opens " + target().str() + "/page");
 }
 
 TEST_F(MessageExport, withoutASelectionOnlyTheFolderIsRemembered) {
@@ -309,7 +294,7 @@ TEST_F(MessageExport, withoutASelectionOnlyTheFolderIsRemembered) {
     select({});
     exportTable("out.xls");
     EXPECT_FALSE(stands("out.xls"));
-    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), NSString(target_.string()));
+    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), target());
 }
 
 TEST_F(MessageExport, aPlaceThatCannotBeWrittenIsToldAndNotRemembered) {
@@ -336,7 +321,7 @@ TEST_F(MessageExport, asksForRoomBeforeThePanel) {
             return bytes <= most;
         }
     };
-    const FakeMessage five{.content = NSString(put("a", "12345")), .isAttachment = true}, none{.content = "/none", .isAttachment = true};
+    const FakeMessage five{.content = put("a", "12345"), .isAttachment = true}, none{.content = "/none", .isAttachment = true};
     openWith({chatOf(1, {}, {five, none}), chatOf(2, {}, {five})});
     select({0});
     const auto gates = std::make_shared<Gates>();

@@ -120,17 +120,6 @@ TEST_F(MessageList, aTextInTheSearchFieldAppliesAfterTheLoad) {
     EXPECT_EQ(names(), "Team");
 }
 
-TEST_F(MessageList, thousandsOfNamesAreSearchedInTheirOwnOrder) {
-    std::vector<std::shared_ptr<MessageBackupChat>> chats;
-    for (std::uint64_t i = 0; i < 30; ++i)
-        chats.push_back(chatOf(i, {std::to_string(i % 7)}, {{"x", static_cast<std::int64_t>(i * 37 % 30)}}));
-    openWith(chats);
-    search("3");
-    EXPECT_EQ(names(), "3 3 3 3");
-    search("");
-    EXPECT_EQ(names().substr(0, 13), "0 1 2 3 4 5 6");
-}
-
 // ---------------------------------------------------------------- the user's own numbers
 
 TEST_F(MessageList, theComboHasAllNumbersInTheOrderInWhichTheyWereSeen) {

@@ -1,7 +1,4 @@
 // From opening the category to a filled list, and all the ways in which it ends otherwise.
-#include <filesystem>
-#include <fstream>
-
 #include "tests/HNManagerPlugin/Classes/SubViews/Message/MessageCategory.h"
 #include "toolkit/services/NSNotificationCenter.h"
 #include "toolkit/views/NSApplication.h"
@@ -48,9 +45,8 @@ TEST_F(MessagePipeline, takesABackupParsesItAndBuildsTheThreads) {
 }
 
 TEST_F(MessagePipeline, theLastBackupIsRemovedAndTheFolderIsTheUsers) {
-    std::filesystem::create_directories(folder_ + "/Pelorix/Message/Backup/ab");
-    std::ofstream(folder_ + "/Pelorix/Message/Backup/ab/old") << "x";
-    std::ofstream(folder_ + "/Pelorix/Message/other") << "x";
+    writeFile(folder_ + "/Pelorix/Message/Backup/ab/old", "x");
+    writeFile(folder_ + "/Pelorix/Message/other", "x");
     open();
     EXPECT_FALSE(std::filesystem::exists(folder_ + "/Pelorix/Message/Backup"));
     EXPECT_TRUE(std::filesystem::exists(folder_ + "/Pelorix/Message/other"));
@@ -117,26 +113,21 @@ TEST_F(MessagePipeline, withoutRoomNoBackupIsTaken) {
 
 // ---------------------------------------------------------------- encrypted backups
 
-struct EncryptionRow {
-    const char *name;
-    std::deque<std::uint32_t> answers;
-    bool encrypted;
-    const char *log;
-};
-class EncryptionQuery : public MessagePipeline, public testing::WithParamInterface<EncryptionRow> {};
-
-TEST_P(EncryptionQuery, isTriedThreeTimesAndThenCountsAsNo) {
-    shared_->encrypted = GetParam().answers;
-    EXPECT_EQ(make<HNMMessageViewModel>()->isDeviceBackupEncrypted(), GetParam().encrypted);
-    EXPECT_EQ(log_->take(), GetParam().log);
+TEST_F(MessagePipeline, theEncryptionIsAskedForThreeTimesAndThenCountsAsNone) {
+    const struct {
+        std::deque<std::uint32_t> answers;
+        bool isEncrypted;
+        const char *log;
+    } rows[] = {{{0, 1}, false, "shared encrypted? 0"},
+                {{1, 0}, true, "shared encrypted? 1"},
+                {{2, 9, 1}, true, "shared encrypted? 2\nshared encrypted? 9\nshared encrypted? 1"},
+                {{2, 2, 2, 1}, false, "shared encrypted? 2\nshared encrypted? 2\nshared encrypted? 2"}};
+    for (const auto &row : rows) {
+        shared_->encrypted = row.answers;
+        EXPECT_EQ(make<HNMMessageViewModel>()->isDeviceBackupEncrypted(), row.isEncrypted) << row.log;
+        EXPECT_EQ(log_->take(), row.log);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Answers, EncryptionQuery,
-    testing::Values(EncryptionRow{"no", {0, 1}, false, "shared encrypted? 0"}, EncryptionRow{"yes", {1, 0}, true, "shared encrypted? 1"},
-                    EncryptionRow{"yesAtTheThirdTry", {2, 9, 1}, true, "shared encrypted? 2\nshared encrypted? 9\nshared encrypted? 1"},
-                    EncryptionRow{"noFourthTry", {2, 2, 2, 1}, false, "shared encrypted? 2\nshared encrypted? 2\nshared encrypted? 2"}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 class EncryptedBackup : public MessagePipeline {
 protected:
@@ -144,12 +135,15 @@ protected:
         shared_->encrypted = {1};
         shared_->password = "right";
     }
+    void answer(const char *asked, const char *password) {
+        answers_.at(asked).type("passwordTextField", password).press("MessageDialog_Ok");
+    }
+    AnswerScript answers_;
 };
 
 TEST_F(EncryptedBackup, asksUntilThePasswordIsRightAndPutsItBackAfterTheParse) {
-    AnswerScript answers;
-    answers.at("DecryptionWindow_MainDecryption_Info").type("passwordTextField", "bad").press("MessageDialog_Ok");
-    answers.at("DecryptionWindow_WrongPassword_Info").type("passwordTextField", "right").press("MessageDialog_Ok");
+    answer("DecryptionWindow_MainDecryption_Info", "bad");
+    answer("DecryptionWindow_WrongPassword_Info", "right");
     open();
     EXPECT_EQ(log_->take(), "shared encrypted? 1\nshared remove bad\nshared remove right\nshared attach\n" + backup());
     endBackup("/backup", 0);
@@ -158,8 +152,7 @@ TEST_F(EncryptedBackup, asksUntilThePasswordIsRightAndPutsItBackAfterTheParse) {
 }
 
 TEST_F(EncryptedBackup, theStoredPasswordIsSetByEveryLaterParse) {
-    AnswerScript answers;
-    answers.at("DecryptionWindow_MainDecryption_Info").type("passwordTextField", "right").press("MessageDialog_Ok");
+    answer("DecryptionWindow_MainDecryption_Info", "right");
     open();
     endBackup(nullptr, 1);
     EXPECT_EQ(log_->take().find("set right"), std::string::npos);   // without a parse it stays off
@@ -175,8 +168,7 @@ TEST_F(EncryptedBackup, aPasswordThatCannotBePutBackIsOnlyLogged) {
     EventLog lines;
     world_.logLinesTo(lines, "HNMMessageViewModel+Backup");
     shared_->setResult = 5;
-    AnswerScript answers;
-    answers.at("DecryptionWindow_MainDecryption_Info").type("passwordTextField", "right").press("MessageDialog_Ok");
+    answer("DecryptionWindow_MainDecryption_Info", "right");
     open();
     endBackup("/backup", 0);
     EXPECT_NE(lines.take().find("parseAllOver],恢复备份密码失败！"), std::string::npos);
@@ -184,8 +176,7 @@ TEST_F(EncryptedBackup, aPasswordThatCannotBePutBackIsOnlyLogged) {
 }
 
 TEST_F(EncryptedBackup, aClosedDialogTakesNoBackup) {
-    AnswerScript answers;
-    answers.at("DecryptionWindow_MainDecryption_Info").closeByTitleBar();
+    answers_.at("DecryptionWindow_MainDecryption_Info").closeByTitleBar();
     open();
     EXPECT_EQ(log_->take(), "shared encrypted? 1");
     EXPECT_EQ(panel(), "FileManager_NoMessages");
@@ -193,9 +184,8 @@ TEST_F(EncryptedBackup, aClosedDialogTakesNoBackup) {
 }
 
 TEST_F(EncryptedBackup, aClosedDialogFinishesNoLoad) {
-    AnswerScript answers;
-    answers.at("DecryptionWindow_MainDecryption_Info").type("passwordTextField", "bad").press("MessageDialog_Ok");
-    answers.at("DecryptionWindow_WrongPassword_Info").escape();
+    answer("DecryptionWindow_MainDecryption_Info", "bad");
+    answers_.at("DecryptionWindow_WrongPassword_Info").escape();
     const auto model = make<HNMMessageViewModel>();
     model->backupFinished = [this] { log_->add("finished"); };
     EXPECT_FALSE(model->startSyncBackUp());
@@ -204,9 +194,8 @@ TEST_F(EncryptedBackup, aClosedDialogFinishesNoLoad) {
 
 TEST_F(EncryptedBackup, aDialogClosedDuringTheCheckEndsNoOtherDialog) {
     shared_->secondsPerCheck = 5;
-    AnswerScript answers;
-    answers.at("DecryptionWindow_MainDecryption_Info").type("passwordTextField", "right").press("MessageDialog_Ok");
-    answers.at("DecryptionWindow_Decrypting_Info").closeByTitleBar();
+    answer("DecryptionWindow_MainDecryption_Info", "right");
+    answers_.at("DecryptionWindow_Decrypting_Info").closeByTitleBar();
     open();
     const auto other = make<NSWindow>(NSRect(0, 0, 100, 100));
     dispatch::after(20s, dispatch::main(), [] { NSApp()->stopModalWithCode(42); });

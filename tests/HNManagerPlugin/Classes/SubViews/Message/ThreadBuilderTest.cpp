@@ -85,37 +85,32 @@ TEST_F(ThreadBuilding, theSummaryIsTheTrimmedTextOfTheLastMessage) {
     EXPECT_EQ(empty->key(), "5");
 }
 
-struct TitleRow {
-    const char *name;
-    std::vector<NSString> persons;
-    NSString groupTitle;
-    const char *title, *picture;
-};
-class ThreadTitle : public ThreadBuilding, public testing::WithParamInterface<TitleRow> {};
-
-TEST_P(ThreadTitle, namesTheParticipants) {
+TEST_F(ThreadBuilding, itsTitleNamesTheParticipants) {
+    const struct {
+        const char *name;
+        std::vector<NSString> persons;
+        NSString groupTitle;
+        const char *title, *picture;
+    } rows[] = {{"knownWithoutPicture", {"8"}, {}, "Bob", "icon_list_user"},
+                {"firstContactWins", {"551234"}, {}, "Ann", "icon_list_user"},
+                {"blanksAreNotTakenOff", {"+49301"}, {}, "+49301", "icon_list_user"},
+                {"onlyTheStoredNumberIsStripped", {"55-1234"}, {}, "55-1234", "icon_list_user"},
+                {"group", {"8", "9"}, {}, "Bob, 9", "icon_list_user_more"},
+                {"groupWithItsOwnTitle", {"8", "9"}, "Team", "Team", "icon_list_user_more"},
+                {"emptyTitleIsNone", {"8", "9"}, "", "Bob, 9", "icon_list_user_more"},
+                {"titleOfASingleChatIsNotLookedAt", {"8"}, "Team", "Bob", "icon_list_user"},
+                {"nobody", {}, "Team", "", "none"}};
     book_->add("Ann", {"+49 30-1", "55-12\u00A034"});
     book_->add("Bob", {"551234", "8"});
-    const auto chat = chatOf(1, GetParam().persons, {{"x"}});
-    chat->chatTitle = GetParam().groupTitle;
-    const auto thread = build(chat);
-    EXPECT_EQ(thread->contactName, GetParam().title);
-    EXPECT_EQ(picture(*thread), GetParam().picture);
-    EXPECT_EQ(thread->isGroupCommunication, GetParam().persons.size() > 1);
+    for (const auto &row : rows) {
+        const auto chat = chatOf(1, row.persons, {{"x"}});
+        chat->chatTitle = row.groupTitle;
+        const auto thread = build(chat);
+        EXPECT_EQ(thread->contactName, row.title) << row.name;
+        EXPECT_EQ(picture(*thread), row.picture) << row.name;
+        EXPECT_EQ(thread->isGroupCommunication, row.persons.size() > 1) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Chats, ThreadTitle,
-    testing::Values(TitleRow{"knownWithoutPicture", {"8"}, {}, "Bob", "icon_list_user"},
-                    TitleRow{"firstContactWins", {"551234"}, {}, "Ann", "icon_list_user"},
-                    TitleRow{"blanksAreNotTakenOff", {"+49301"}, {}, "+49301", "icon_list_user"},
-                    TitleRow{"onlyTheStoredNumberIsStripped", {"55-1234"}, {}, "55-1234", "icon_list_user"},
-                    TitleRow{"group", {"8", "9"}, {}, "Bob, 9", "icon_list_user_more"},
-                    TitleRow{"groupWithItsOwnTitle", {"8", "9"}, "Team", "Team", "icon_list_user_more"},
-                    TitleRow{"emptyTitleIsNone", {"8", "9"}, "", "Bob, 9", "icon_list_user_more"},
-                    TitleRow{"titleOfASingleChatIsNotLookedAt", {"8"}, "Team", "Bob", "icon_list_user"},
-                    TitleRow{"nobody", {}, "Team", "", "none"}),
-    [](const auto &row) { return std::string(row.param.name); });
 
 TEST_F(ThreadBuilding, aKnownPersonOfASingleChatShowsTheirPicture) {
     book_->add("Ann", {"7"});
@@ -180,35 +175,26 @@ TEST_F(ThreadBuilding, theIndexAnswersAsAWalkOverAllContactsDoes) {
 
 // ---------------------------------------------------------------- kinds of attachments
 
-struct KindRow {
-    const char *type, *icon, *caption;
-};
-class Kind : public testing::TestWithParam<KindRow> {
-protected:
-    PluginWorld world_;
-    std::shared_ptr<HNDetailMessage> row_ = make<HNDetailMessage>();
-};
-
-TEST_P(Kind, followsItsTypeWord) {
-    HNDetailMessage &row = *row_;
-    AttachmentMarks().classify(GetParam().type, row);
-    EXPECT_EQ(row.attachmentIcon ? row.attachmentIcon->description() : NSString("own"), GetParam().icon) << GetParam().type;
-    EXPECT_EQ(row.content, std::string("MessageView_1") + GetParam().caption) << GetParam().type;
+TEST(AttachmentKind, followsItsTypeWord) {
+    const PluginWorld world;
+    const struct {
+        const char *type, *icon, *caption;
+    } rows[] = {{"image/heic", "own", "Photo"}, {"com.compuserve.gif", "own", "Photo"}, {"public.PNG", "own", "Photo"}, {"6", "own", "Photo"},
+                {"66", "icon_photo", "File"}, {"image/text", "own", "Photo"}, {"picture+video", "own", "Photo"},
+                {"video/audio", "icon_Video_Attachments", "Video"}, {"com.apple.quicktime-MOVIE", "icon_Video_Attachments", "Video"},
+                {"application/vnd.apple.pkpass", "icon_txt", "File"}, {"text/pdf", "icon_txt", "File"}, {"application/pdf", "icon_pdf", "PDF"},
+                {"audio/voice", "icon_Music_Attachments", "File"}, {"voice.memo", "icon_voice_memos", "File"},
+                {"application/powerpoint", "icon_ppt", "PPT"}, {"x.wordprocessingml.document", "icon_word", "WORD"},
+                {"application/msword", "icon_photo", "File"}, {"application/vnd.ms-excel", "icon_excel", "EXCEL"},
+                {"x.spreadsheetml.sheet", "icon_excel", "EXCEL"}, {"vcf", "icon_people", "CONTACT"}, {"csv", "icon_people", "CONTACT"},
+                {"", "icon_photo", "File"}};
+    for (const auto &[type, icon, caption] : rows) {
+        const auto row = make<HNDetailMessage>();
+        AttachmentMarks().classify(type, *row);
+        EXPECT_EQ(row->attachmentIcon ? row->attachmentIcon->description() : NSString("own"), icon) << type;
+        EXPECT_EQ(row->content, std::string("MessageView_1") + caption) << type;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    TypeWords, Kind,
-    testing::Values(KindRow{"image/heic", "own", "Photo"}, KindRow{"com.compuserve.gif", "own", "Photo"},
-                    KindRow{"public.PNG", "own", "Photo"}, KindRow{"6", "own", "Photo"}, KindRow{"66", "icon_photo", "File"},
-                    KindRow{"image/text", "own", "Photo"}, KindRow{"picture+video", "own", "Photo"},
-                    KindRow{"video/audio", "icon_Video_Attachments", "Video"},
-                    KindRow{"com.apple.quicktime-MOVIE", "icon_Video_Attachments", "Video"},
-                    KindRow{"application/vnd.apple.pkpass", "icon_txt", "File"}, KindRow{"text/pdf", "icon_txt", "File"},
-                    KindRow{"application/pdf", "icon_pdf", "PDF"}, KindRow{"audio/voice", "icon_Music_Attachments", "File"},
-                    KindRow{"voice.memo", "icon_voice_memos", "File"}, KindRow{"application/powerpoint", "icon_ppt", "PPT"},
-                    KindRow{"x.wordprocessingml.document", "icon_word", "WORD"}, KindRow{"application/msword", "icon_photo", "File"},
-                    KindRow{"application/vnd.ms-excel", "icon_excel", "EXCEL"}, KindRow{"x.spreadsheetml.sheet", "icon_excel", "EXCEL"},
-                    KindRow{"vcf", "icon_people", "CONTACT"}, KindRow{"csv", "icon_people", "CONTACT"}, KindRow{"", "icon_photo", "File"}));
 
 // ---------------------------------------------------------------- texts
 
