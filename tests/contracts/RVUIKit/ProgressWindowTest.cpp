@@ -30,21 +30,6 @@ TEST_F(ProgressWindow, asksItsBlockBeforeATitleBarClosesIt) {
     EXPECT_EQ(asked, 2);
 }
 
-TEST_F(ProgressWindow, tellsWhichButtonWasPressed) {
-    std::string pressed;
-    answers.at("Working").press("Open").press("Cancel");
-    show([&](const Window &window) {
-        window->colorButton()->setTitle("Open");
-        window->borderButton()->setTitle("Cancel");
-        window->setButtonDidClickBlock([&, link = std::weak_ptr(window)](const std::shared_ptr<NSButton> &button) {
-            pressed += button->title().str() + ";";
-            if (button == link.lock()->borderButton())
-                link.lock()->close();
-        });
-    });
-    EXPECT_EQ(pressed, "Open;Cancel;");
-}
-
 TEST_F(ProgressWindow, forgetsItsBlocksAndHearsNoLateWorkerOnceClosed) {
     Window late;
     std::weak_ptr<int> held;
