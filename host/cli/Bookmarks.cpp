@@ -102,8 +102,10 @@ Status exportTo(Context &context, const std::string &file) {
     const std::int64_t all = category.triple().viewModel->valueForKey("allLeafNodeCount").integerValue();
     category.perform("onExportButton:");
     const bool isWritten = SetAsideFile::settleAll() && category.triple().viewModel->valueForKey("isFileWhole").boolValue();
-    if (!isWritten && !context.presenter().refused())
-        context.console().message(path.string() + ": could not be written");
+    if (!isWritten && !context.presenter().refused()) {
+        const NSString why = category.triple().viewModel->valueForKey("fileFailure").text();
+        context.console().message(path.string() + ": not written" + (why.isEmpty() ? "" : ": " + why.str()));
+    }
     const std::int64_t count = isWritten ? all - category.triple().viewModel->valueForKey("numberCouldExport").integerValue() : 0;
     printResult(context, {{"count", count}, {"text", toJson(context.presenter().text())}});
     return isWritten ? kDone : isInterrupted() ? kCancelled : kFailed;

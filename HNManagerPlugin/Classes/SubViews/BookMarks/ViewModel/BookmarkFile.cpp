@@ -94,20 +94,21 @@ private:
 
 }   // namespace
 
-bool appendToFile(const NSString &path, std::string_view text) {
+std::error_code appendToFile(const NSString &path, std::string_view text) {
     if (path.isEmpty())
-        return false;
+        return std::make_error_code(std::errc::no_such_file_or_directory);
     const bool isNew = ::access(path.UTF8String(), F_OK) != 0;
     const OpenFile file(path);
     const off_t end = file.isOpen() ? file.goToEnd() : -1;
+    if (end >= 0 && file.write(text))
+        return {};
+    const std::error_code why(errno, std::generic_category());
     if (end < 0)
-        return false;
-    if (file.write(text))
-        return true;
+        return why;
     file.cutAt(end);
     if (isNew)
         ::unlink(path.UTF8String());
-    return false;
+    return why;
 }
 
 // ---------------------------------------------------------------- lines

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 #include "toolkit/lists/NSArray.h"
 
@@ -20,9 +21,9 @@ extern const char *const kFileHead, *const kFileTail;
 // Writes nodes (of HNBookMarkEntity) behind `html`. `budget` is the number of bookmarks that may still be written; where it
 // is 0 the list at hand ends, a folder that was begun is closed all the same.
 void appendNodes(std::string &html, const NSArray &nodes, std::int64_t &budget);
-// Writes behind what a file holds; makes the file where it is missing. False where not all of it could be written: then what
-// stood there before is there, and no new file.
-bool appendToFile(const NSString &path, std::string_view text);
+// Writes behind what a file holds; makes the file where it is missing. Why not, where not all of it could be written: then
+// what stood there before is there, and no new file.
+std::error_code appendToFile(const NSString &path, std::string_view text);
 
 [[nodiscard]] NSString folderNameOfLine(const NSString &line);
 [[nodiscard]] NSString urlOfLine(const NSString &line);

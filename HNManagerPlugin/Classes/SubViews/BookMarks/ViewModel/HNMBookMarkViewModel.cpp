@@ -16,6 +16,7 @@ using bookmarks::Node;
 HN_CLASS_TABLE(HNMBookMarkViewModel, HNMbaseViewModel,
                .key("numberCouldExport", &HNMBookMarkViewModel::numberCouldExport)
                    .key("isFileWhole", &HNMBookMarkViewModel::isFileWhole)
+                   .key("fileFailure", &HNMBookMarkViewModel::fileFailure)
                    .key("searchArray", &HNMBookMarkViewModel::searchArray)
                    .key("allNodeCount", &HNMBookMarkViewModel::allNodeCount)
                    .key("allLeafNodeCount", &HNMBookMarkViewModel::allLeafNodeCount)
@@ -377,7 +378,9 @@ void HNMBookMarkViewModel::exportSelectedBookMark_exportCount(const NSString &pa
     std::string html = bookmarks::kFileHead;
     changeBookMarkObjectToHTML_html(contents->snapshot(), html);
     html += bookmarks::kFileTail;
-    isFileWhole = bookmarks::appendToFile(path, html);
+    const std::error_code failure = bookmarks::appendToFile(path, html);
+    isFileWhole = !failure;
+    fileFailure = failure ? NSString(failure.message()) : NSString();
     if (!isFileWhole)
         SetAsideFile::failed(path);
 }

@@ -24,6 +24,7 @@ public:
     std::shared_ptr<CBookmarkManagerImpl> bookMarkImpl;
     std::int64_t numberCouldExport = 0;   // bookmarks that the writer may still write
     bool isFileWhole = false;             // the last export wrote all of its file
+    NSString fileFailure;                 // why it did not
     bool containSign = false;             // what isSelectedObj_ContainedOn found, until the caller clears it
     std::shared_ptr<NSMutableArray> searchArray;   // hits and their folders; null before the first load
 
