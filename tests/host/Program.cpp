@@ -121,9 +121,13 @@ nlohmann::ordered_json Program::json(std::vector<std::string> arguments, int sta
     return nlohmann::ordered_json::parse(outcome.out, nullptr, false);
 }
 
+std::string Program::emptyImage(const std::string &name) const {
+    device::sample::createImage(home() / name, "Test Phone");
+    return (home() / name).string();
+}
+
 std::string Program::smallImage(const std::string &name) const {
-    const fs::path folder = home() / name;
-    device::sample::createImage(folder, "Test Phone");
+    const fs::path folder = emptyImage(name);
     device::sqlite::Database(folder / kBook, device::sqlite::Access::readWrite).exec(kRows);
     return folder.string();
 }

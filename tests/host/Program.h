@@ -33,6 +33,8 @@ public:
     // A new image with two contacts and a group: "1" Ada Lovelace and "2" (a control character in its name), both in the
     // group Friends but for "2".
     [[nodiscard]] std::string smallImage(const std::string &name) const;
+    // A new image without contacts.
+    [[nodiscard]] std::string emptyImage(const std::string &name) const;
     // A backup folder with the files of such an image.
     [[nodiscard]] std::string smallBackup(const std::string &name) const { return backupOf(smallImage(name + "-image"), name); }
     // A backup folder with all files of an image.
