@@ -373,7 +373,7 @@ TEST_F(BookmarkExport, theModelAddsASecondDocumentBehindTheFirst) {
     EXPECT_TRUE(model_->isFileWhole);
     model_->exportSelectedBookMark_exportCount("/dev/full", 0);
     EXPECT_FALSE(model_->isFileWhole);
-    EXPECT_EQ(model_->fileFailure, NSString("No space left on device"));
+    EXPECT_FALSE(model_->fileFailure.isEmpty());
     EXPECT_EQ(readFile(path_.str()).size(), 2 * (std::string(kHead).size() + 8));
 }
 

@@ -49,12 +49,13 @@ TEST(BookmarkFile, aFullDiskLeavesNoHalfDocument) {
     const auto old = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit small{10, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    const bool isNewWritten = !appendToFile(path, "a document of 24 letters"), isNewThere = std::filesystem::exists(path);
+    const std::error_code why = appendToFile(path, "a document of 24 letters");
+    const bool isNewThere = std::filesystem::exists(path);
     writeFile(path, "old");
     const bool isOldWritten = !appendToFile(path, "a document of 24 letters");
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, old);
-    EXPECT_FALSE(isNewWritten);
+    EXPECT_EQ(why, std::errc::file_too_large);
     EXPECT_FALSE(isNewThere);
     EXPECT_FALSE(isOldWritten);
     EXPECT_EQ(readFile(path), "old");
