@@ -359,9 +359,17 @@ void AddressBookStore::exportContactsToCSVFileFromArray_toPath_callBack(const Co
         const TableText table(contacts);
         std::string heading;
         table.appendHeading(heading);
-        writeContacts(path, contacts, std::move(heading),
-                      [&](std::string &to, const ZpContactDataInfo &contact) { table.appendRow(to, contact); });
+        NSString cutOne;
+        writeContacts(path, contacts, std::move(heading), [&](std::string &to, const ZpContactDataInfo &contact) {
+            const std::size_t start = to.size();
+            table.appendRow(to, contact);
+            if (cutOne.isNil() && !TableText::isReadWhole(std::string_view(to).substr(start)))
+                cutOne = contact.completeName().isEmpty() ? NSString("a contact without a name") : contact.completeName();
+        });
         isWritten = true;
+        if (cutOne)   // no failure: the file is whole
+            failures_.note({AccessError::Kind::failed, "the row of " + unicode::sanitized(cutOne.view()) +
+                                                           " has more than 102,399 bytes: it can be imported here, but who reads the table as it stands may refuse it"});
     } catch (const std::exception &error) {
         noteFailure(error);
     }

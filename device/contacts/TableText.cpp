@@ -122,6 +122,14 @@ void TableText::appendHeading(std::string &to) const {
     to.append(kLastHeading).append("\r\n");
 }
 
+bool TableText::isReadWhole(std::string_view row) {
+    constexpr std::size_t kRoom = 102399;   // bytes that the reader takes at once
+    for (std::size_t cut = kRoom; cut < row.size(); cut += kRoom)
+        if ((static_cast<unsigned char>(row[cut]) & 0xC0) == 0x80)
+            return false;
+    return true;
+}
+
 void TableText::appendRow(std::string &to, const ZpContactDataInfo &contact) const {
     for (const auto text : kPlainTexts) {
         appendValue(to, (contact.*text)(), "\\n");

@@ -8,12 +8,13 @@
 //          keep the quotes: commas, quotes and backslashes in it stand in full-width form. Of an instant message the part
 //          that it lacks is backslash-n, since the reader drops what has an empty one.
 // Lines    CRLF; one contact a line, the last one ended too. The reader cuts a line after each 102,399 bytes and refuses it where
-//          that falls inside a character: such a contact is written all the same, and a program that looks at the file before
-//          the reader does can still take it.
+//          that falls inside a character: such a contact is written all the same, for `isReadWhole` to tell, and a program
+//          that looks at the file before the reader does can still take it.
 // Left out pictures, completeName, country codes, list items without a value. Threads: any.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
 #include "device/contacts/TableColumns.h"
@@ -26,6 +27,8 @@ public:
 
     void appendHeading(std::string &to) const;
     void appendRow(std::string &to, const ZpContactDataInfo &contact) const;
+    // The reader's cuts of this row fall between characters, if anywhere.
+    [[nodiscard]] static bool isReadWhole(std::string_view row);
 
 private:
     GroupCounts most_{};

@@ -241,6 +241,8 @@ Status exportTo(Context &context, const std::string &file, const Selection &sele
     printResult(context, {{"count", counts.succeeded}, {"text", toJson(context.presenter().text())}});
     if (counts.failed > 0)
         context.console().message(path.string() + ": not written" + (counts.reason ? ": " + withoutPath(counts.reason->text, path.string()) : ""));
+    else if (counts.reason)
+        context.console().message(path.string() + ": " + counts.reason->text);
     return isInterrupted() && !isWritten ? kCancelled : isWritten ? kDone : kFailed;
 }
 

@@ -91,8 +91,7 @@ void RecordingContacts::exportContactsToCSVFileFromArray_toPath_callBack(const C
         settleExport(path, result == 0);
         record_->count(true, written);
         record_->count(false, asked - written);
-        if (written < asked)
-            record_->explain(failures_.first());
+        record_->explain(failures_.first());   // of a whole file, too: what its readers may not take
         if (finish)
             finish(result, count);
     });

@@ -120,6 +120,18 @@ TEST_F(NoTree, writesCardsAndTablesOverWhatWasThere) {
     EXPECT_FALSE(store_->failures().first());
 }
 
+// The reader takes 102,399 bytes of a row at once; an even number of bytes in front of so many of two puts the cut into one.
+TEST_F(NoTree, tellsOfATableThatItsReaderCutsWithinACharacter) {
+    std::string notes;
+    for (int i = 0; i < 60000; ++i)
+        notes += "ä";
+    for (const auto &[name, reason] : {std::pair("Ann", ""), std::pair("An", "the row of An has more than 102,399 bytes")}) {
+        people_[1]->setFirst_name(name), people_[1]->setCompleteName(name), people_[1]->setNotes(notes);
+        EXPECT_EQ(tableTold("long.csv"), "0 2");
+        EXPECT_EQ(store_->failures().first().value_or(device::Failure{}).text.substr(0, 41), reason);
+    }
+}
+
 TEST_F(NoTree, aFailureLeavesTheOldFile) {
     writeFile(folder_.path() / "a.vcf", "old");
     store_->exportContactsToVCFFile_toPath({people_[0], nullptr}, path("a.vcf"));
