@@ -102,7 +102,7 @@ std::error_code appendToFile(const NSString &path, std::string_view text) {
     const off_t end = file.isOpen() ? file.goToEnd() : -1;
     if (end >= 0 && file.write(text))
         return {};
-    const std::error_code why(errno, std::generic_category());
+    const std::error_code why(errno != 0 ? errno : EIO, std::generic_category());
     if (end < 0)
         return why;
     file.cutAt(end);
