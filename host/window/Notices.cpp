@@ -1,6 +1,5 @@
 #include "host/window/Notices.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
@@ -51,8 +50,6 @@ void showNotice(QWidget *owner, const QString &what, const QString &advice, cons
         if (auto *text = box->findChild<QTextEdit *>())
             text->setMinimumSize(kWidth, kHeight);
     }
-    for (QAbstractButton *button : box->buttons())
-        button->setIcon({});   // of the style's, in colours of its own
     for (QLabel *label : box->findChildren<QLabel *>())
         label->setAlignment(Qt::AlignAbsolute | Qt::AlignTop | leadingSide());   // whatever direction the text itself has
     box->open();

@@ -1,7 +1,9 @@
 #include "host/window/PanelMirror.h"
 
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTreeView>
 
 #include "host/window/ForeignFiles.h"
 #include "host/window/QtText.h"
@@ -63,6 +65,9 @@ PanelMirror::PanelMirror(const std::shared_ptr<NSSavePanel> &panel, QWidget *own
     setFilter(panel->showsHiddenFiles ? filter() | QDir::Hidden : filter());
     setWindowModality(Qt::ApplicationModal);
     resize(kUsualSize);
+    constexpr int kTimes = 3;
+    if (auto *list = findChild<QTreeView *>(QStringLiteral("treeView")))
+        list->header()->setSectionResizeMode(kTimes, QHeaderView::ResizeToContents);
 }
 
 void PanelMirror::done(int result) {

@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFontDatabase>
+#include <QProxyStyle>
 #include <QScreen>
-#include <QStyleFactory>
 
 #include <cstdio>
 #include <fstream>
@@ -44,6 +44,15 @@ struct WindowOptions {
     std::optional<ThemeKind> theme;
     bool isRightToLeft = false;
     QString screenshot;
+};
+
+// Pictures on the buttons of native dialogs come in colours and places of their own.
+class PlainButtons : public QProxyStyle {
+public:
+    PlainButtons() : QProxyStyle(QStringLiteral("Fusion")) {}
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *data) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+    }
 };
 
 void say(const std::string &text) { std::fprintf(stderr, "hnmanager-window: %s\n", text.c_str()); }
@@ -220,7 +229,7 @@ private:
 }  // namespace
 
 int runWindowProgram(int argc, char **argv) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new PlainButtons);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("hnmanager-window"));
     QApplication::setQuitOnLastWindowClosed(false);
