@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr auto kUntilTheFlowShows = std::chrono::milliseconds(200);   // a flow that works behind shows its window after the failure
+constexpr auto kUntilAllIsSaid = std::chrono::milliseconds(200);   // one notice for what fails together
 constexpr std::size_t kMostLines = 500;                               // as long as a person would scroll
 
 void addOnce(std::vector<std::string> &texts, std::string text) {
@@ -123,7 +123,7 @@ void FailureNotices::showSoon() {
         if (std::exchange(isAsked_, true))
             return;
     }
-    dispatch::after(kUntilTheFlowShows, dispatch::main(), [link = weak_from_this()] {
+    dispatch::after(kUntilAllIsSaid, dispatch::main(), [link = weak_from_this()] {
         whenQuiet([link] {
             if (const auto self = link.lock())
                 self->show();

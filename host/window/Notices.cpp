@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTextEdit>
 
 #include <algorithm>
@@ -24,6 +25,8 @@ std::vector<std::function<void()>> &waiting() {
 
 Qt::Alignment leadingSide() { return QGuiApplication::layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft; }
 
+constexpr QLatin1String kNotice("Notice");
+
 // Another notice is no owner: it would take this one along.
 QWidget *windowInFront() {
     QWidget *active = QApplication::activeWindow();
@@ -41,6 +44,7 @@ QWidget *windowInFront() {
 
 void showNotice(QWidget *owner, const QString &what, const QString &advice, const QString &details) {
     auto *box = new QMessageBox(QMessageBox::Warning, QObject::tr("Manager"), what, QMessageBox::Ok, owner ? owner : windowInFront());
+    box->setObjectName(kNotice);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);   // reasons quote names from other people's files
     box->setInformativeText(advice);
@@ -69,6 +73,19 @@ bool isQuiet() {
 void whenQuiet(std::function<void()> action) {
     waiting().push_back(std::move(action));
     noteWindowEnded();
+}
+
+void noteWindowOpens() {
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        const QPointer<QMessageBox> box(qobject_cast<QMessageBox *>(window));
+        if (!box || box->objectName() != kNotice || !box->isVisible())
+            continue;
+        box->hide();
+        whenQuiet([box] {
+            if (box)
+                box->open();
+        });
+    }
 }
 
 void noteWindowEnded() {

@@ -15,6 +15,8 @@ void showNotice(QWidget *owner, const QString &what, const QString &advice, cons
 
 // Does it, in the order asked for, once no window of a flow is left: what is shown below one cannot be seen nor closed.
 void whenQuiet(std::function<void()> action);
+// A flow's window opens: notices that are open go for as long as it or another one stands.
+void noteWindowOpens();
 // A window has gone, or its modal run has ended.
 void noteWindowEnded();
 

@@ -101,7 +101,10 @@ QWidget *QtPresenter::topWidget() const {
 
 // ---------------------------------------------------------------- presenting
 
-void QtPresenter::windowDidOpen(NSWindow &window, bool modal) { mirrorFor(window).present(modal, ownerFor(window)); }
+void QtPresenter::windowDidOpen(NSWindow &window, bool modal) {
+    mirrorFor(window).present(modal, ownerFor(window));
+    noteWindowOpens();
+}
 
 void QtPresenter::modalRunDidEnd(NSWindow &window) {
     if (const auto panel = panels_.find(&window); panel != panels_.end()) {

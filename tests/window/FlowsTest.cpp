@@ -12,6 +12,7 @@
 
 #include "device/FileTree.h"
 #include "host/window/Accessibility.h"
+#include "host/window/Notices.h"
 #include "host/window/PanelMirror.h"
 #include "tests/window/ShellFixture.h"
 #include "toolkit/services/NSWorkspace.h"
@@ -233,6 +234,20 @@ TEST_F(Flows, whatAForeignFileLosesIsToldAfterItsImport) {
     ASSERT_TRUE(world.until([&] { return !notices().empty(); }, "a notice"));
     EXPECT_EQ(notices().front(), "people.csv was written by another program.");
     EXPECT_NE(notices("detailedText").front().find("Shoe Size"), std::string::npos) << notices("detailedText").front();
+    closeNotices();
+}
+
+TEST_F(Flows, aNoticeGivesWayToAFlowsWindowAndComesBackAfterIt) {
+    world.clickAt(*shell->list(), inRow(0));
+    settle();
+    host::showNotice(nullptr, "Something failed.", {});
+    world.once([] { return NSApp()->modalWindow() && NSApp()->modalWindow()->isVisible(); }, [this] {
+        EXPECT_TRUE(notices().empty());
+        keyInModal(Qt::Key_Escape);
+    });
+    shell->press("DeleteButton");
+    EXPECT_TRUE(world.until([&] { return !notices().empty(); }, "the notice"));
+    EXPECT_EQ(NSApp()->modalWindow(), nullptr);
     closeNotices();
 }
 
