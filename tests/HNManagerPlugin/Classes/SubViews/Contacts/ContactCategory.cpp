@@ -141,19 +141,28 @@ void ContactCategory::open() {
     table_ = manager_->tableView.lock();
 }
 
-std::shared_ptr<ZpContactDataInfo> ContactCategory::add(const NSString &name) {
-    auto contact = make<ZpContactDataInfo>();
+std::shared_ptr<ZpContactDataInfo> ContactCategory::add(const NSString &name, std::string_view more) {
+    auto contact = contactOf(more);
     contact->setCompleteName(name);
     contact->setPKey(NSString(std::to_string(device_->stored.size() + 1)));
     device_->stored.push_back(contact);
     return contact;
 }
 
+std::shared_ptr<ContactGroupInfo> ContactCategory::group(const char *name, std::vector<NSString> keys) {
+    auto group = make<ContactGroupInfo>();
+    group->groupName = name;
+    group->ContactKey = std::move(keys);
+    device_->groups.push_back(group);
+    return group;
+}
+
 void ContactCategory::openWith(const std::vector<NSString> &names) {
     for (const NSString &name : names)
-        (void)add(name);
+        add(name);
     open();
     world_.settle();
+    device_->log.take();
 }
 
 std::string ContactCategory::rows(const NSMutableArray &list) const {
@@ -187,6 +196,11 @@ void ContactCategory::click(const char *identifier) {
     button->performClick();
 }
 
+void ContactCategory::press(const char *identifier) {
+    click(identifier);
+    world_.settle();
+}
+
 void ContactCategory::select(std::vector<std::size_t> rows) {
     NSMutableIndexSet set;
     for (const std::size_t row : rows)
@@ -195,14 +209,9 @@ void ContactCategory::select(std::vector<std::size_t> rows) {
 }
 
 std::string ContactCategory::panelAsks(const std::function<void()> &press) {
-    setUserFolders({.home = "/home/ann",
-                    .temporary = {},
-                    .applicationSupport = {},
-                    .desktop = {},
-                    .downloads = {},
-                    .music = {},
-                    .pictures = {},
-                    .movies = {}});
+    UserFolders folders;
+    folders.home = "/home/ann";
+    setUserFolders(folders);
     const auto notes = std::make_shared<PanelNotes>();
     Presenter::install(notes);
     press();

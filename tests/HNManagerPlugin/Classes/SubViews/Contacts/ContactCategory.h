@@ -7,6 +7,7 @@
 
 #include "HNManagerPlugin/Classes/SubItemViewController/HNMbaseViewController.h"
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewManager/HNMContactViewManager.h"
+#include "tests/support/ContactText.h"
 #include "tests/support/FakeDevice.h"
 #include "tests/support/PluginWorld.h"
 
@@ -49,8 +50,9 @@ protected:
     ~ContactCategory() override;
     // Makes the view; the load begins.
     void open();
-    // open and settle, with contacts of these names.
+    // open and settle, with contacts of these names; their being read goes out of the log.
     void openWith(const std::vector<NSString> &names);
+    void press(const char *identifier);   // click and settle
     // "Ann Bob"; "-" for an empty name.
     [[nodiscard]] std::string rows(const NSMutableArray &list) const;
     [[nodiscard]] std::string rows() const { return rows(*model_->contents); }
@@ -59,7 +61,9 @@ protected:
     [[nodiscard]] bool isTableShown() const { return !table_->isHidden(); }
     void click(const char *identifier);
     void select(std::vector<std::size_t> rows);
-    [[nodiscard]] std::shared_ptr<ZpContactDataInfo> add(const NSString &name);
+    // `more` as in ContactText.h.
+    std::shared_ptr<ZpContactDataInfo> add(const NSString &name, std::string_view more = {});
+    std::shared_ptr<ContactGroupInfo> group(const char *name, std::vector<NSString> keys = {});
     // What the panel that `press` opens asks for, of a person at home in /home/ann: types, folder and name, its digits as 0.
     // The panel is cancelled.
     [[nodiscard]] static std::string panelAsks(const std::function<void()> &press);

@@ -1,9 +1,7 @@
-#include <filesystem>
-#include <random>
-
 #include "HNManagerPlugin/contracts/RVFoundation/RVProductConfig.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ContactCategory.h"
 #include "tests/support/AnswerScript.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
@@ -11,25 +9,22 @@ namespace fs = std::filesystem;
 
 class ContactExport : public ContactCategory {
 protected:
-    ContactExport() : folder_(fs::path(HN_BINARY_DIR) / ("export-" + std::to_string(std::random_device{}()))) {
-        fs::create_directories(folder_);
+    ContactExport() {
         world_.setTexts({{"ContactView_successExport", "%ld exported"}, {"ContactView_successExport(s)", "%ld exported (s)"}});
     }
-    ~ContactExport() override { fs::remove_all(folder_); }
     [[nodiscard]] NSString path(const char *name) const { return NSString((folder_ / name).string()); }
     void export_(AnswerScript &answers, const char *entry, const char *name) {
         answers.savePanel().choose({path(name)});
         answers.menu(entry);
-        click("ExportButton");
-        world_.settle();
+        press("ExportButton");
     }
     static constexpr const char *kCards = "ContactView_Menu_ToVcard", *kTable = "ContactView_Menu_ToCSV";
-    fs::path folder_;
+    const TempFolder temp_;
+    const fs::path folder_ = temp_.path();
 };
 
 TEST_F(ContactExport, cardsTellTheNumberAskedForTablesTheLayers) {
     openWith({"Ann", "Bob", "Cid"});
-    device_->log.take();
     select({0, 2});
     AnswerScript answers;
     answers.at("2 exported (s)").press("FileManager_OK");
@@ -45,7 +40,6 @@ TEST_F(ContactExport, cardsTellTheNumberAskedForTablesTheLayers) {
 
 TEST_F(ContactExport, withoutASelectionAnEmptyFileStaysAndNoWindowComes) {
     openWith({"Ann"});
-    device_->log.take();
     AnswerScript answers;
     export_(answers, kCards, "a.vcf");
     export_(answers, kTable, "a.csv");
@@ -63,7 +57,6 @@ TEST_F(ContactExport, asksForATimedNameInTheLastFolder) {
 
 TEST_F(ContactExport, aPlaceThatCannotBeWrittenIsToldForCardsAlone) {
     openWith({"Ann"});
-    device_->log.take();
     select({0});
     const std::string tooLong(300, 'x');
     AnswerScript answers;
