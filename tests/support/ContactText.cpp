@@ -55,25 +55,32 @@ std::vector<NSString> split(std::string_view text, char mark, std::size_t parts)
     return texts;
 }
 
-void setItem(C &c, std::string_view name, const NSString &type, std::string_view value) {
-    if (name == "tel")
-        return c.mutable_phone_numbers().push_back({type, read(value)});
-    if (name == "email")
-        return c.mutable_emails().push_back({type, read(value)});
-    if (name == "url")
-        return c.mutable_urls().push_back({type, read(value)});
-    if (name == "date")
-        return c.mutable_dates().push_back({type, read(value)});
-    if (name == "related")
-        return c.mutable_relatednames().push_back({type, read(value)});
-    if (name == "im") {
-        const auto parts = split(value, '/', 2);
-        return c.mutable_ims().push_back({type, parts[0], parts[1]});
-    }
-    if (name != "adr")
+// Each list of a contact: its name, how it is read and written, what stands between its texts, and these.
+template <class Visitor> void visitLists(const Visitor &visit) {
+    using A = ZpContactAddressDataInfo;
+    visit("tel", &C::phone_numbers, &C::mutable_phone_numbers, ' ', &ZpPhoneNumberDataInfo::phone_number);
+    visit("email", &C::emails, &C::mutable_emails, ' ', &ZpEmailDataInfo::email);
+    visit("adr", &C::addresses, &C::mutable_addresses, ',', &A::street, &A::city, &A::state, &A::postal_code, &A::country, &A::country_code);
+    visit("url", &C::urls, &C::mutable_urls, ' ', &ZpUrlDataInfo::url);
+    visit("date", &C::dates, &C::mutable_dates, ' ', &ZpDateDataInfo::date);
+    visit("related", &C::relatednames, &C::mutable_relatednames, ' ', &ZpRelatedNameDataInfo::relatename);
+    visit("im", &C::ims, &C::mutable_ims, '/', &ZpIMDataInfo::service, &ZpIMDataInfo::user);
+}
+
+void addItem(C &contact, std::string_view name, const NSString &type, std::string_view value) {
+    bool isKnown = false;
+    visitLists([&](std::string_view list, auto, auto write, char mark, auto... texts) {
+        if (list != name)
+            return;
+        isKnown = true;
+        auto &record = (contact.*write)().emplace_back();
+        record.type = type;
+        const auto parts = split(value, mark, sizeof...(texts));
+        std::size_t at = 0;
+        ((record.*texts = parts[at++]), ...);
+    });
+    if (!isKnown)
         throw std::invalid_argument("no field of a contact: " + std::string(name));
-    const auto parts = split(value, ',', 6);
-    c.mutable_addresses().push_back({type, parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]});
 }
 
 // Where the next field begins: behind "; ", a word and "=" or "(".
@@ -91,28 +98,16 @@ std::size_t endOfField(std::string_view text) {
 std::string described(const ZpContactDataInfo &c) {
     std::string line;
     const auto add = [&line](const std::string &part) { line += (line.empty() ? "" : "; ") + part; };
-    const auto item = [&add](const char *name, const NSString &type, const std::string &value) {
-        add(std::string(name) + "(" + escaped(type) + ")=" + value);
-    };
     for (const auto &text : kTexts)
         if ((c.*text.read)())
             add(std::string(text.name) + "=" + escaped((c.*text.read)()));
-    for (const auto &p : c.phone_numbers())
-        item("tel", p.type, escaped(p.phone_number));
-    for (const auto &e : c.emails())
-        item("email", e.type, escaped(e.email));
-    for (const auto &a : c.addresses())
-        item("adr", a.type,
-             escaped(a.street) + "," + escaped(a.city) + "," + escaped(a.state) + "," + escaped(a.postal_code) +
-                 "," + escaped(a.country) + (a.country_code ? "," + escaped(a.country_code) : ""));
-    for (const auto &u : c.urls())
-        item("url", u.type, escaped(u.url));
-    for (const auto &d : c.dates())
-        item("date", d.type, escaped(d.date));
-    for (const auto &r : c.relatednames())
-        item("related", r.type, escaped(r.relatename));
-    for (const auto &i : c.ims())
-        item("im", i.type, escaped(i.service) + "/" + escaped(i.user));
+    visitLists([&](const char *list, auto read, auto, char mark, auto first, auto... more) {
+        for (const auto &record : (c.*read)()) {
+            std::string item = std::string(list) + "(" + escaped(record.type) + ")=" + escaped(record.*first);
+            ((item += mark + escaped(record.*more)), ...);
+            add(mark == ',' && item.ends_with(",~") ? item.substr(0, item.size() - 2) : item);   // seldom is there a country code
+        }
+    });
     if (c.imageCharData())
         add("image=" + escaped(NSString(c.imageCharData()->bytes())));
     if (c.image_length() != 0)
@@ -140,7 +135,7 @@ void fill(C &contact, std::string_view text) {
         else if (name == "image")
             contact.setImageCharData(NSData::of(std::string(field.substr(nameEnd + 1))));
         else
-            setItem(contact, name, read(field.substr(nameEnd + 1, typeEnd - nameEnd - 1)), field.substr(typeEnd + 2));
+            addItem(contact, name, read(field.substr(nameEnd + 1, typeEnd - nameEnd - 1)), field.substr(typeEnd + 2));
     }
 }
 

@@ -116,33 +116,23 @@ ContactList letters(int count) {
     return list;
 }
 
-struct StopRow {
-    const char *name;
-    std::int64_t stopAt;
-    const char *calls, *written;
-};
-class AddCallbacks : public testing::TestWithParam<StopRow> {};
-
-TEST_P(AddCallbacks, comeAfterTheirGroupAndOnceMoreAfterAStop) {
-    const TestImage image;
-    Calls calls{.log = {}, .stopAt = GetParam().stopAt};
-    inGroupsOf(image, 2)->addNewContacts_toGroups_progress(letters(5), {}, calls.progress());
-    EXPECT_EQ(calls.log, GetParam().calls);
-    EXPECT_EQ(names(image.contacts()), GetParam().written);
-}
-
-INSTANTIATE_TEST_SUITE_P(AddressBook, AddCallbacks,
-                         testing::Values(StopRow{"never", -1, "0/5:0 1/5:0 2/5:0 3/5:0 4/5:0 ", "a|b|c|d|e"},
-                                         StopRow{"firstOfAGroup", 2, "0/5:0 1/5:0 2/5:0 3/5:0 ", "a|b|c|d"},
-                                         StopRow{"lastOfAGroup", 1, "0/5:0 1/5:0 2/5:-1 ", "a|b"},
-                                         StopRow{"lastOfAll", 4, "0/5:0 1/5:0 2/5:0 3/5:0 4/5:0 ", "a|b|c|d|e"}),
-                         [](const auto &row) { return std::string(row.param.name); });
-
-TEST(AddressBookWriting, anEmptyListBringsOneCall) {
-    const TestImage image;
-    Calls calls;
-    image.store()->addNewContacts_toGroups_progress({}, {}, calls.progress());
-    EXPECT_EQ(calls.log, "0/0:-1 ");
+TEST(AddressBookWriting, callsComeAfterTheirGroupAndOnceMoreAfterAStop) {
+    const struct {
+        int contacts;
+        std::int64_t stopAt;
+        const char *calls, *written;
+    } kRows[] = {{5, -1, "0/5:0 1/5:0 2/5:0 3/5:0 4/5:0 ", "a|b|c|d|e"},
+                 {5, 2, "0/5:0 1/5:0 2/5:0 3/5:0 ", "a|b|c|d"},   // the first of a group
+                 {5, 1, "0/5:0 1/5:0 2/5:-1 ", "a|b"},            // the last of a group
+                 {5, 4, "0/5:0 1/5:0 2/5:0 3/5:0 4/5:0 ", "a|b|c|d|e"},
+                 {0, -1, "0/0:-1 ", ""}};
+    for (const auto &row : kRows) {
+        const TestImage image;
+        Calls calls{.log = {}, .stopAt = row.stopAt};
+        inGroupsOf(image, 2)->addNewContacts_toGroups_progress(letters(row.contacts), {}, calls.progress());
+        EXPECT_EQ(calls.log, row.calls);
+        EXPECT_EQ(names(image.contacts()), row.written);
+    }
 }
 
 TEST(AddressBookWriting, aGroupEndsAfterItsTime) {
@@ -207,29 +197,45 @@ TEST(AddressBookWriting, aSecondWriterIsRefusedAndAReaderIsNot) {
 
 // ---------------------------------------------------------------- hard ends
 
+// Copies of an image whose writer dies at its first, second, ... write, until one comes through; the number of the copies.
+int killedAtEveryWrite(const TestImage &start, const std::function<bool(const TestImage &)> &write, const std::function<void(const TestImage &)> &look) {
+    int kills = 0;
+    for (int status = 0; status != 7; ++kills) {
+        const TestImage image;
+        std::filesystem::copy(start.path(), image.path(), std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+        status = inChild([&] {
+            dieAtCall(kills + 1);
+            return write(image) ? 7 : 8;
+        });
+        EXPECT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
+        SCOPED_TRACE(kills);
+        look(image);
+        if (status == 8 || testing::Test::HasFailure())
+            break;
+    }
+    return kills;
+}
+
 TEST(AddressBookWriting, killedAtAnyWriteHoldsEachContactWithItsPictureOrNot) {
     const std::string picture = "\xFF\xD8\xFF" + std::string(5'000, 'p');
     const auto pictured = [&] { return contactOf(kEverything + ("; image=" + picture)); };
-    int kills = 0, halves = 0;
-    for (int status = 0; status != 7; ++kills) {
-        const TestImage image;
-        image.execImages("CREATE TABLE ABFullSizeImage (record_id INTEGER PRIMARY KEY, data BLOB)");
-        status = inChild([&] {
-            const auto store = inGroupsOf(image, 1);
-            dieAtCall(kills + 1);
-            store->addNewContacts_toGroups_progress({pictured(), pictured()}, {}, {});
-            return 7;
-        });
-        ASSERT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
+    const TestImage start;
+    start.execImages("CREATE TABLE ABFullSizeImage (record_id INTEGER PRIMARY KEY, data BLOB)");
+    int halves = 0;
+    const auto add = [&](const TestImage &image) {
+        inGroupsOf(image, 1)->addNewContacts_toGroups_progress({pictured(), pictured()}, {}, {});
+        return true;
+    };
+    const int kills = killedAtEveryWrite(start, add, [&](const TestImage &image) {
         const ContactList contacts = image.contacts();
         halves += contacts.size() == 1;
         for (const auto &c : contacts) {
-            EXPECT_EQ(textOf(*c), kEverythingRead) << kills;
-            ASSERT_TRUE(c->image_data() && c->image_data()->data()) << kills;
-            EXPECT_EQ(c->image_data()->data()->bytes(), picture) << kills;
+            EXPECT_EQ(textOf(*c), kEverythingRead);
+            ASSERT_TRUE(c->image_data() && c->image_data()->data());
+            EXPECT_EQ(c->image_data()->data()->bytes(), picture);
         }
-        EXPECT_TRUE(image.store()->addNewContact_toGroups(named("after"), {})) << kills;
-    }
+        EXPECT_TRUE(image.store()->addNewContact_toGroups(named("after"), {}));
+    });
     EXPECT_GT(kills, 30);
     EXPECT_GT(halves, 0);
 }
@@ -329,14 +335,12 @@ TEST(AddressBookEditing, aPictureStaysGoesOrIsReplaced) {
     ContactList contacts = image.contacts();
     store->editContacts_onGroups(contacts, {});
     EXPECT_EQ(bytes(), "\xFF\xD8\xFF""1");
-    write(image.path() / "new.jpg", "\xFF\xD8\xFF""2");
-    contacts[0]->setImagePath((image.path() / "new.jpg").string());
-    store->editContacts_onGroups(contacts, {});
-    EXPECT_EQ(bytes(), "\xFF\xD8\xFF""2");
-    write(image.path() / "icon_list_user.png", "\xFF\xD8\xFF""3");
-    contacts[0]->setImagePath((image.path() / "icon_list_user.png").string());
-    store->editContacts_onGroups(contacts, {});
-    EXPECT_EQ(bytes(), "\xFF\xD8\xFF""2");   // the placeholder is never stored
+    for (const char *name : {"new.jpg", "icon_list_user.png"}) {   // the placeholder is never stored
+        write(image.path() / name, "\xFF\xD8\xFF" + std::string(name));
+        contacts[0]->setImagePath((image.path() / name).string());
+        store->editContacts_onGroups(contacts, {});
+        EXPECT_EQ(bytes(), "\xFF\xD8\xFFnew.jpg");
+    }
     contacts[0]->setImage_data(nullptr);
     contacts[0]->setImagePath(nullptr);
     store->editContacts_onGroups(contacts, {});
@@ -430,20 +434,15 @@ TEST(AddressBookMerging, killedAtAnyWriteHasHappenedOrNot) {
     ASSERT_TRUE(sample.store->combineRepeatContacts_newContact_toGroup(sample.people, sample.people[1], {}));
     const std::string before = state(world.image), after = state(sample.image);
     ASSERT_NE(before, after);
-    int kills = 0, merged = 0;
-    for (int status = 0; status != 7; ++kills) {
-        const TestImage image;
-        std::filesystem::copy_file(world.image.database(), image.database(), std::filesystem::copy_options::overwrite_existing);
-        const auto store = image.store();
-        status = inChild([&] {
-            dieAtCall(kills + 1);
-            return store->combineRepeatContacts_newContact_toGroup(world.people, world.people[1], {}) ? 7 : 8;
-        });
-        ASSERT_TRUE(status == 7 || status == 128 + SIGKILL) << status;
+    int merged = 0;
+    const auto merge = [&](const TestImage &image) {
+        return image.store()->combineRepeatContacts_newContact_toGroup(world.people, world.people[1], {});
+    };
+    const int kills = killedAtEveryWrite(world.image, merge, [&](const TestImage &image) {
         const std::string now = state(image);
-        EXPECT_TRUE(now == before || now == after) << kills << "\n" << now;
+        EXPECT_TRUE(now == before || now == after) << now;
         merged += now == after;
-    }
+    });
     EXPECT_GT(kills, 5);
     EXPECT_GT(merged, 0);
 }
