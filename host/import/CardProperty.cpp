@@ -96,6 +96,13 @@ std::optional<std::string> CardProperty::parameter(std::string_view name) const 
     return found == parameters_.end() ? std::nullopt : std::optional(caretsUndone(found->value));
 }
 
+std::vector<std::string_view> CardProperty::parameterNames() const {
+    std::vector<std::string_view> names;
+    for (const Parameter &parameter : parameters_)
+        names.emplace_back(parameter.name);
+    return names;
+}
+
 std::vector<std::string> CardProperty::types() const {
     std::vector<std::string> words;
     for (const Parameter &parameter : parameters_) {
@@ -111,13 +118,6 @@ std::vector<std::string> CardProperty::types() const {
                 words.emplace_back(word);
         }
     }
-    return words;
-}
-
-std::vector<std::string> CardProperty::typesUpper() const {
-    std::vector<std::string> words = types();
-    for (std::string &word : words)
-        word = upper(word);
     return words;
 }
 

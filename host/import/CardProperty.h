@@ -28,10 +28,10 @@ public:
 
     // The first value of a parameter; absent without it.
     [[nodiscard]] std::optional<std::string> parameter(std::string_view name) const;
+    // Upper case.
+    [[nodiscard]] std::vector<std::string_view> parameterNames() const;
     // All words under TYPE, lists cut at commas.
     [[nodiscard]] std::vector<std::string> types() const;
-    // Words for people, "HOME" before "VOICE" as they stand; upper case.
-    [[nodiscard]] std::vector<std::string> typesUpper() const;
     [[nodiscard]] bool isBase64() const;
     [[nodiscard]] bool isQuotedPrintable() const;
 

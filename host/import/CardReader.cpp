@@ -310,6 +310,7 @@ void CardReader::readLine() {
 void CardReader::dispatch(const CardProperty &p) {
     if (trimmed(p.value).empty() && p.name != "AGENT")
         return;
+    noteParameters(p);
     if (const auto *row = std::ranges::find(kRows, std::string_view(p.name), &Row::name); row != std::end(kRows))
         return (this->*row->action)(p);
     if (!serviceOf(kOwnServices, p.name).empty())
@@ -322,6 +323,13 @@ void CardReader::dispatch(const CardProperty &p) {
 void CardReader::note(const std::string &what) {
     constexpr std::size_t kMostKinds = 60;   // a hostile file has a word of its own in each line
     ++counted_[counted_.size() < kMostKinds || counted_.contains(what) ? what : "others"];
+}
+
+void CardReader::noteParameters(const CardProperty &p) {
+    static constexpr std::string_view kKnown[] = {"TYPE", "VALUE", "ENCODING", "CHARSET", "PREF", "LABEL", "LANGUAGE", "MEDIATYPE", "X-SERVICE-TYPE", "X-USER"};
+    for (const std::string_view name : p.parameterNames())
+        if (std::ranges::find(kKnown, name) == std::end(kKnown))
+            note("parameter " + unicode::sanitized(name.substr(0, 30)));
 }
 
 void CardReader::tellCounted() {
@@ -528,10 +536,12 @@ void CardReader::profile(const CardProperty &p) {
 void CardReader::address(const CardProperty &p) {
     std::vector<std::string> values = parts(p, ';');
     values.resize(std::max<std::size_t>(values.size(), 7));
-    if (joined(values, "").empty()) {
-        const auto formatted = p.parameter("LABEL");
-        values[2] = formatted ? decode(*formatted, p.parameter("CHARSET")) : "";
-    }
+    const auto label = p.parameter("LABEL");
+    const std::string formatted = label ? decode(*label, p.parameter("CHARSET")) : "";
+    if (joined(values, "").empty())
+        values[2] = formatted;
+    else if (!tellsNothingNew(formatted, joined(values, " ")))
+        leave("LABEL", formatted);
     for (std::size_t i = 7; i < values.size(); ++i)
         if (!values[i].empty())
             leave("part " + std::to_string(i + 1) + " of ADR", values[i]);
@@ -612,8 +622,11 @@ void CardReader::ownItem(const CardProperty &p) {
 
 void CardReader::label(const CardProperty &p) {
     std::string &label = labels_[upper(p.group)];
+    const std::string text = withoutLineBreaks(this->text(p));
     if (label.empty())
-        label = withoutLineBreaks(text(p));
+        label = text;
+    else if (label != text)
+        leave("second " + p.name, text);
 }
 
 // Another person's card within the card: on one line, or on lines of its own up to its end.

@@ -66,6 +66,7 @@ private:
     void settlePlaces();
     void leave(const std::string &what, std::string_view text) { contact_.leave(leftBehind(what, text)); }
     void note(const std::string &what);
+    void noteParameters(const CardProperty &p);
     void tellCounted();
 
     // ---- properties
