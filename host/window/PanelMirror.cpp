@@ -65,9 +65,11 @@ PanelMirror::PanelMirror(const std::shared_ptr<NSSavePanel> &panel, QWidget *own
     setFilter(panel->showsHiddenFiles ? filter() | QDir::Hidden : filter());
     setWindowModality(Qt::ApplicationModal);
     resize(kUsualSize);
-    constexpr int kTimes = 3;
-    if (auto *list = findChild<QTreeView *>(QStringLiteral("treeView")))
-        list->header()->setSectionResizeMode(kTimes, QHeaderView::ResizeToContents);
+    if (auto *list = findChild<QTreeView *>(QStringLiteral("treeView"))) {
+        list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        list->header()->setSectionResizeMode(0, QHeaderView::Stretch);   // names take what is left
+        list->header()->setStretchLastSection(false);
+    }
 }
 
 void PanelMirror::done(int result) {

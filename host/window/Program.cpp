@@ -167,9 +167,13 @@ public:
                 onMain([what, reason] { whenQuiet([=] { showNotice(nullptr, what, QString::fromStdString(reason)); }); });
             };
         };
-        const auto refused = tellOnMain(QObject::tr("The device does not allow that now."));
-        services_ = std::make_unique<Services>(tellOnMain(QObject::tr("A message of the program")),
-                                               [refused](device::AccessError::Kind, const std::string &reason) { refused(reason); });
+        const auto refused = tellOnMain(QObject::tr("The device does not allow that now.")), gone = tellOnMain(QObject::tr("No device is connected."));
+        services_ = std::make_unique<Services>(tellOnMain(QObject::tr("A message of the program")), [=](auto kind, const std::string &reason) {
+            if (kind == device::AccessError::Kind::gone)
+                gone(QObject::tr("Put its folder back, or choose another device from the File menu.").toStdString());
+            else
+                refused(reason);
+        });
     }
 
     int run() {

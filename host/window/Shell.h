@@ -27,7 +27,7 @@ class RepeatNotices;
 
 class Shell : public NSObject, public NSWindowDelegate {
 public:
-    static constexpr double kWidth = 1240, kHeight = 720, kLeastWidth = 760, kLeastHeight = 420;
+    static constexpr double kWidth = 1240, kHeight = 720, kLeastWidth = 980, kLeastHeight = 420;
 
     Shell();
     ~Shell() override;

@@ -282,13 +282,13 @@ TEST_F(Flows, aFolderThatNothingOpensIsTold) {
 }
 
 TEST_F(Flows, theSizeIsRememberedForTheNextStart) {
-    surface->parentWidget()->resize(900, 600);
+    surface->parentWidget()->resize(1000, 600);
     world.serve();
     shell->window()->performClose();
     world.serve();
     close();
     open();
-    EXPECT_EQ(surface->parentWidget()->width(), 900);
+    EXPECT_EQ(surface->parentWidget()->width(), 1000);
     EXPECT_NEAR(surface->parentWidget()->height(), 600, 1);
 }
 

@@ -36,16 +36,17 @@ std::shared_ptr<NSView> buttons(Nib &nib, const std::shared_ptr<ContactManager> 
 
 std::shared_ptr<NSTableCellView> textCell(const char *identifier,
                                           std::function<NSString(const ZpContactDataInfo &)> text, bool hasPicture) {
+    constexpr double kInset = 2, kBesidePicture = 46;   // below the title of the column
     auto cell = make<NSTableCellView>();
     cell->setIdentifier(identifier);
     cell->setFrame({0, 0, 200, ContactManager::kRowHeight});
     auto line = label("ContactText");
-    line->setFrame({hasPicture ? 52.0 : 8.0, 16, hasPicture ? 140.0 : 184.0, 20});
+    line->setFrame({hasPicture ? kBesidePicture : kInset, 16, 198 - (hasPicture ? kBesidePicture : kInset), 20});
     line->setAutoresizingMask(NSViewWidthSizable);
     cell->addSubview(line);
     cell->setTextField(line);
     if (hasPicture) {
-        auto picture = make<NSImageView>(NSRect(8, 8, 36, 36));
+        auto picture = make<NSImageView>(NSRect(kInset, 8, 36, 36));
         picture->setIdentifier("ContactPicture");
         cell->addSubview(picture);
         cell->setImageView(picture);

@@ -57,12 +57,13 @@ class ThreadCell : public NSTableCellView {
 public:
     void initWithFrame(const NSRect &frame) override {
         NSTableCellView::initWithFrame(frame);
-        const auto picture = make<NSImageView>(NSRect(8, 12, kPicture, kPicture));
+        constexpr double kInset = 2;   // below the title of the column
+        const auto picture = make<NSImageView>(NSRect(kInset, 12, kPicture, kPicture));
         picture->setIdentifier("ThreadPicture");
         const auto name = label("ThreadName", 14);
         time_ = label("ThreadTime", 11);
         last_ = label("ThreadLast", 12);
-        constexpr double kLeft = 8 + kPicture + 10, kTime = 122, kRight = 14;
+        constexpr double kLeft = kInset + kPicture + 10, kTime = 122, kRight = 14;
         const double right = frame.size.width - kRight;
         name->setFrame({kLeft, 12, right - kTime - kLeft - 6, 20});
         name->setAutoresizingMask(NSViewWidthSizable);
