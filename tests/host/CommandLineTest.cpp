@@ -93,13 +93,6 @@ TEST_F(CommandLine, theEmbeddedImageIsMadeOnceAndKeptAsThePersonLeftIt) {
     EXPECT_TRUE(fs::exists(program.home() / ".local/share/hnmanager/device/Device.plist"));
 }
 
-TEST_F(CommandLine, aFolderOfBackupsNamesThem) {
-    const std::string backup = program.smallBackup("backups/one");
-    fs::remove_all(program.home() / "backups/one-image");
-    program.refused({"device", "info", "--device", "backups"}, 3, "backups/one");
-    EXPECT_EQ(program.json({"device", "info", "--device", backup})["kind"], "backup");
-}
-
 TEST_F(CommandLine, theTreeHasTheCategoriesAsOnShow) {
     const auto tree = program.json({"tree"});
     ASSERT_EQ(tree.size(), 8u);

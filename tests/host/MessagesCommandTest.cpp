@@ -111,9 +111,7 @@ TEST_F(MessagesCommand, keepsATargetThatStandsThereUnlessToldOtherwise) {
 }
 
 TEST_F(MessagesCommand, makesNothingForAChatThatIsNotThere) {
-    const Outcome outcome = run({"messages", "export", "out.xls", "3", "99"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "hnmanager: no conversation has the CHATID 99\n");
+    program_.refused({"--device", "phone", "messages", "export", "out.xls", "3", "99"}, 1, "hnmanager: no conversation has the CHATID 99\n");
     EXPECT_EQ(run({"messages", "export", "out.xls"}).status, 2);
     EXPECT_EQ(run({"messages", "export", "nowhere/out.xls", "3"}).status, 1);
     EXPECT_FALSE(fs::exists(at("out.xls")));
@@ -124,13 +122,9 @@ TEST_F(MessagesCommand, makesNothingForAChatThatIsNotThere) {
 
 TEST_F(MessagesCommand, asksForThePasswordOfTheBackupsAndPutsItBack) {
     setPassword(device::backup::sealedPassword("se cret"));
-    const Outcome none = run({"messages", "list"});
-    EXPECT_EQ(none.status, 1);
-    EXPECT_NE(none.err.find("HNMANAGER_BACKUP_PASSWORD"), std::string::npos) << none.err;
     const std::vector<std::string> list = {"--device", "phone", "messages", "list", "--search", "Grandma"};
-    const Outcome wrong = program_.run(list, {"env", "HNMANAGER_BACKUP_PASSWORD=secret"});
-    EXPECT_EQ(wrong.status, 1);
-    EXPECT_EQ(wrong.err, "hnmanager: the password of the device's backups is wrong\n");
+    program_.refused(list, 1, "HNMANAGER_BACKUP_PASSWORD");
+    program_.refused(list, 1, "hnmanager: the password of the device's backups is wrong\n", {"env", "HNMANAGER_BACKUP_PASSWORD=secret"});
     const Outcome right = program_.run(list, {"env", "HNMANAGER_BACKUP_PASSWORD=se cret"});
     EXPECT_EQ(right.status, 0) << right.err;
     EXPECT_NE(right.out.find("bring cake"), std::string::npos);

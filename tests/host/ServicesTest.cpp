@@ -175,6 +175,10 @@ TEST_F(Devices, theWatchPostsOnceForEachTimeThatTheDeviceWentAway) {
     fs::rename(folder.path() / "one", folder.path() / "away");
     EXPECT_TRUE(watch.look());
     EXPECT_FALSE(watch.look());
+    EXPECT_FALSE(layer->isDeviceConnected());
+    fs::rename(folder.path() / "away", folder.path() / "one");
+    EXPECT_FALSE(watch.look());
+    EXPECT_TRUE(layer->isDeviceConnected());
     world.settle();
     EXPECT_EQ(posts, 1);
 }

@@ -16,7 +16,6 @@
 #include "toolkit/views/NSComboBox.h"
 #include "toolkit/views/NSMenu.h"
 #include "toolkit/views/NSPopUpButton.h"
-#include "toolkit/views/NSProgressIndicator.h"
 #include "toolkit/views/NSSavePanel.h"
 #include "toolkit/views/NSTextField.h"
 
@@ -337,24 +336,4 @@ TEST_F(Mirror, everyControlHasAName) {
     EXPECT_EQ(host::accessibilityDump(*surface), "button \"Import\"\ntext field \"Search\" = Ada\ncheck box unnamed NSButton #\n");
     box->setAccessibilityName("All");
     EXPECT_EQ(host::accessibilityDump(*surface), "button \"Import\"\ntext field \"Search\" = Ada\ncheck box \"All\"\n");
-}
-
-TEST_F(Mirror, paintsTheControlsOfAForm) {
-    add<NSButton>({20, 20, 100, 28})->setTitle("Cancel");
-    const auto ok = add<NSButton>({130, 20, 100, 28});
-    ok->setTitle("Import");
-    ok->setKeyEquivalent("\r");
-    const auto box = add<NSButton>({20, 70, 200, 20});
-    box->setTitle("Keep both");
-    box->setButtonType(NSButtonType::switchButton);
-    box->setState(NSOnState);
-    const auto popUp = add<NSPopUpButton>({20, 100, 150, 26});
-    popUp->addItemsWithTitles({"Mobile", "Home"});
-    popUp->selectItemAtIndex(0);
-    add<NSProgressIndicator>({20, 140, 300, 20})->setDoubleValue(60);
-    add<NSTextField>({20, 180, 240, 28})->setPlaceholderString("Name");
-    const auto label = NSTextField::labelWithString("Choose what to do with the contacts that are there already.");
-    label->setFrame({20, 230, 360, 40});
-    window->contentView()->addSubview(label);
-    world.picture(*surface->parentWidget(), "form-light");
 }

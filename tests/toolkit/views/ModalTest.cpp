@@ -50,13 +50,19 @@ TEST_F(Modal, eachWayOutGivesItsCode) {
     }
 }
 
-TEST_F(Modal, aWindowsOwnWillCloseSendsTheCode) {
+TEST_F(Modal, aRefusedCloseKeepsTheRunAndAWindowsOwnWillCloseSendsTheCode) {
     const auto delegate = make<Delegate>();
+    delegate->closes = false;
     delegate->code = 1000;
     window->setDelegate(delegate);
-    world.presenter->answers.push_back([&] { window->performClose(); });
+    world.presenter->answers.push_back([&] {
+        window->performClose();
+        EXPECT_TRUE(window->isVisible());
+        delegate->closes = true;
+        window->performClose();
+    });
     EXPECT_EQ(world.application->runModalForWindow(window), 1000);
-    EXPECT_EQ(delegate->log, "should;will;");
+    EXPECT_EQ(delegate->log, "should;should;will;");
 }
 
 TEST_F(Modal, stopEndsTheInnermostRunAlone) {
@@ -98,19 +104,6 @@ TEST_F(Modal, aSessionGoesOnUntilItIsTold) {
     EXPECT_EQ(world.application->runModalSession(session), 1);
     world.application->endModalSession(session);
     EXPECT_EQ(world.application->modalWindow(), nullptr);
-}
-
-TEST_F(Modal, aRefusedCloseKeepsTheRun) {
-    const auto delegate = make<Delegate>();
-    delegate->closes = false;
-    window->setDelegate(delegate);
-    world.presenter->answers.push_back([&] {
-        window->performClose();
-        EXPECT_TRUE(window->isVisible());
-        world.application->stopModalWithCode(2);
-    });
-    EXPECT_EQ(world.application->runModalForWindow(window), 2);
-    EXPECT_EQ(delegate->log, "should;");
 }
 
 TEST_F(Modal, withoutAPresenterEverythingIsCancelled) {

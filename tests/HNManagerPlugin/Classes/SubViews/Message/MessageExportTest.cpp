@@ -136,7 +136,7 @@ TEST_F(MessageExport, theWindowTellsTheThreadsAsTheyAreWritten) {
     }
 }
 
-TEST_F(MessageExport, thePanelBeginsInTheFolderOfTheLastExport) {
+TEST_F(MessageExport, withoutASelectionOnlyTheFolderIsRememberedAndTheNextPanelBeginsThere) {
     std::string asked;
     NSSavePanel::setHandOver([&](const NSSavePanel &panel, const NSString &, bool) {
         asked = panel.directoryURL.str() + " " + panel.allowedFileTypes.front().str() + " ";
@@ -148,6 +148,8 @@ TEST_F(MessageExport, thePanelBeginsInTheFolderOfTheLastExport) {
     select({});
     exportTable("out.xls");
     EXPECT_EQ(asked, "/home/ann/Documents xls Messages_00000000_000000");
+    EXPECT_FALSE(stands("out.xls"));
+    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), target());
     exportPage("page");
     EXPECT_EQ(asked, target().str() + "  Messages_00000000_000000");
     NSSavePanel::setHandOver({});
@@ -287,14 +289,6 @@ TEST_F(MessageExport, theFolderButtonLeavesTheTablesWindowAndClosesThePages) {
     answers_.at(kOne).press("BackupRestore_ExportOpenFolder");
     exportPage("page");
     EXPECT_EQ(log_->take(), "opens " + target().str() + "/page");
-}
-
-TEST_F(MessageExport, withoutASelectionOnlyTheFolderIsRemembered) {
-    openWithBobAndAnn();
-    select({});
-    exportTable("out.xls");
-    EXPECT_FALSE(stands("out.xls"));
-    EXPECT_EQ(RVProductConfig::valueForKey("MessageExportPathKey"), target());
 }
 
 TEST_F(MessageExport, aPlaceThatCannotBeWrittenIsToldAndNotRemembered) {
