@@ -32,9 +32,6 @@ bool isCommand(const QKeyEvent &event, bool hasLines) {
     }
 }
 
-// Keys of the menu bar that belong to the text while there is an editor, also an empty one, which would let them go.
-bool isTexts(const QKeyEvent &event) { return event.matches(QKeySequence::SelectAll) || event.key() == Qt::Key_Delete; }
-
 // Hands command keys of an editor to the window, which gives them to the view that has the focus.
 class CommandKeys : public QObject {
 public:
@@ -47,10 +44,6 @@ protected:
         if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
             return false;
         auto *key = static_cast<QKeyEvent *>(event);
-        if (event->type() == QEvent::ShortcutOverride && isTexts(*key)) {
-            event->accept();
-            return true;
-        }
         if (!isCommand(*key, hasLines_))
             return false;
         if (event->type() == QEvent::ShortcutOverride)

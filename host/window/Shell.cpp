@@ -283,8 +283,11 @@ bool Shell::endSearch() {
     return table && window_->makeFirstResponder(table);
 }
 
-// As the key does in the list, so that its own rules hold.
+// As the key does in the list, so that its own rules hold; a text with the keyboard comes before it.
 void Shell::selectAll() {
+    const auto field = std::dynamic_pointer_cast<NSTextField>(window_->firstResponder());
+    if (field && field->isEditable())
+        return field->selectText();
     const auto table = list();
     if (!table)
         return;
