@@ -49,13 +49,7 @@ protected:
 };
 
 TEST_F(BookmarksCommand, listIsTheTreeWithEveryField) {
-    EXPECT_EQ(result({"list"}),
-              R"({"bookmarks":[{"pKey":"1","parentKey":null,"name":"Dev","url":"","isFolder":true,"position":0,"children":[)"
-              R"({"pKey":"2","parentKey":"1","name":"One","url":"http://one.example","isFolder":false,"position":0,"children":[]},)"
-              R"({"pKey":"4","parentKey":"1","name":"Inner","url":"","isFolder":true,"position":1,"children":[)"
-              R"({"pKey":"5","parentKey":"4","name":"deep","url":"http://deep.example/NEEDLE","isFolder":false,"position":0,"children":[]}]}]},)"
-              R"({"pKey":"3","parentKey":null,"name":"top","url":"javascript:x","isFolder":false,"position":1,"children":[]}],)"
-              R"("status":"3 items","found":true})");
+    EXPECT_EQ(program.json(onImage({"list"})).dump(1) + "\n", testhost::readFile(HN_SAMPLES_DIR "/cases/bookmarkList.json"));
     const Outcome people = run({"list"});
     EXPECT_EQ(people.out, "1  Dev/\n2    One     http://one.example\n4    Inner/\n5      deep  http://deep.example/NEEDLE\n3  top       javascript:x\n");
     EXPECT_EQ(people.err, "hnmanager: 3 items\n");

@@ -18,15 +18,6 @@ namespace {
 
 constexpr const char *kBook = "HomeDomain/Library/AddressBook/AddressBook.sqlitedb";
 
-// ABMultiValue's property 3 is a phone number, 4 an e-mail address.
-constexpr const char *kRows =
-    "INSERT INTO ABPerson (ROWID, First, Last) VALUES (1, 'Ada', 'Lovelace');"
-    "INSERT INTO ABPerson (ROWID, First, Note) VALUES (2, 'Bad' || char(27) || 'Name', 'tab' || char(9) || 'here');"
-    "INSERT INTO ABMultiValue (UID, record_id, property, identifier, value) VALUES (1, 1, 3, 0, '+44 20 555');"
-    "INSERT INTO ABMultiValue (UID, record_id, property, identifier, value) VALUES (2, 1, 4, 0, 'ada@example.com');"
-    "INSERT INTO ABGroup (ROWID, Name) VALUES (7, 'Friends');"
-    "INSERT INTO ABGroupMembers (group_id, member_type, member_id) VALUES (7, 0, 1);";
-
 std::vector<char *> pointersTo(std::vector<std::string> &texts) {
     std::vector<char *> pointers;
     for (std::string &text : texts)
@@ -128,7 +119,7 @@ std::string Program::emptyImage(const std::string &name) const {
 
 std::string Program::smallImage(const std::string &name) const {
     const fs::path folder = emptyImage(name);
-    device::sqlite::Database(folder / kBook, device::sqlite::Access::readWrite).exec(kRows);
+    device::sqlite::Database(folder / kBook, device::sqlite::Access::readWrite).exec(readFile(HN_SAMPLES_DIR "/addressbook/twoContacts.sql"));
     return folder.string();
 }
 

@@ -22,13 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *kRows =
-    "INSERT INTO handle (ROWID, id, service) VALUES (1, '+15550001', 'iMessage');"
-    "INSERT INTO chat (ROWID, guid, service_name) VALUES (1, 'c1', 'iMessage'), (2, 'c2', 'SMS');"
-    "INSERT INTO chat_handle_join VALUES (1, 1), (2, 1);"
-    "INSERT INTO message (ROWID, guid, text, date, handle_id) VALUES (1, 'm1', 'one', 1, 1), (2, 'm2', 'two', 2, 1);"
-    "INSERT INTO attachment (ROWID, guid, original_guid, filename, mime_type) VALUES (1, 'a', 'a', '~/Library/SMS/Attachments/ab/pic''s; x.jpg', 'image/jpeg');"
-    "INSERT INTO message_attachment_join VALUES (1, 1); INSERT INTO chat_message_join (chat_id, message_id) VALUES (1, 1), (2, 2);";
+std::string twoChats() { return readFile(HN_SAMPLES_DIR "/messages/twoChats.sql"); }
 
 // Says every callback as a word; what a test hangs in runs after it, on the layer's thread.
 class Listener : public RKBackupAndRestoreTaskDelegate {
@@ -95,7 +89,7 @@ protected:
     }
 
     TestWorld world;
-    TestMessages image{std::string(kRows)};
+    TestMessages image{twoChats()};
     std::shared_ptr<FileTree> tree;
     std::string reasons;
     std::chrono::steady_clock::time_point now;
@@ -326,7 +320,7 @@ TEST_F(BackupTaskTest, aLogBesideTheDatabaseGoesAlong) {
     {
         sqlite::Database live(away, sqlite::Access::create);
         live.exec("PRAGMA journal_mode = WAL; PRAGMA wal_autocheckpoint = 0; PRAGMA synchronous = OFF");
-        live.exec(messageVersions().back().sql + kRows + "UPDATE message SET text = 'from the log' WHERE ROWID = 2");
+        live.exec(messageVersions().back().sql + twoChats() + "UPDATE message SET text = 'from the log' WHERE ROWID = 2");
         fs::copy_file(away, image.database(), fs::copy_options::overwrite_existing);
         fs::copy_file(away.string() + "-wal", image.database().string() + "-wal");
     }

@@ -14,15 +14,7 @@ using namespace testdevice;
 
 namespace {
 
-// Early databases know fewer columns.
-constexpr const char *kEarly = R"(CREATE TABLE bookmarks (id INTEGER PRIMARY KEY, parent INTEGER, type INTEGER, title TEXT, url TEXT, order_index INTEGER NOT NULL);
-INSERT INTO bookmarks VALUES (0, NULL, 1, 'Root', NULL, 0);)";
-
-// 1 F(2 a, 3 G(4 b), 5 E()), 6 top
-constexpr const char *kRows = R"(
-INSERT INTO bookmarks (id, parent, type, title, url, order_index) VALUES (1, 0, 1, 'F', NULL, 0), (2, 1, 0, 'a', 'http://a', 0), (3, 1, 1, 'G', NULL, 1),
-    (4, 3, 0, 'b', 'http://b', 0), (5, 1, 1, 'E', NULL, 2), (6, 0, 0, 'top', 'http://t', 1);
-)";
+std::string sample(const char *name) { return readFile(std::string(HN_SAMPLES_DIR "/bookmarks/") + name); }
 
 class Image : public EmptyImage {
 public:
@@ -49,7 +41,8 @@ public:
     std::shared_ptr<BookmarkStore> store;
 };
 
-std::string newest() { return std::string(kNewBookmarks) + kRows; }
+// 1 F(2 a, 3 G(4 b), 5 E()), 6 top
+std::string newest() { return std::string(kNewBookmarks) + sample("rows.sql"); }
 
 std::shared_ptr<BookmarkDataInfo> record(const char *key, const char *name, const char *url) {
     auto made = make<BookmarkDataInfo>();
@@ -60,9 +53,9 @@ std::shared_ptr<BookmarkDataInfo> record(const char *key, const char *name, cons
 // ---------------------------------------------------------------- reading
 
 TEST(BookmarkLayouts, areReadAndWritten) {
-    for (const char *layout : {kEarly, kNewBookmarks}) {
+    for (const std::string &layout : {sample("early.sql"), std::string(kNewBookmarks)}) {
         SCOPED_TRACE(layout);
-        const Image image(std::string(layout) + kRows);
+        const Image image(layout + sample("rows.sql"));
         EXPECT_EQ(image.list(), "1F<- 6top<- 2a<1 3G<1 5E<1 4b<3");
         EXPECT_TRUE(image.store->addBookMark({{"3", {"n", "http://n"}}})) << image.reason();
         EXPECT_TRUE(image.store->addBookMarkFolder({{"", "N"}})) << image.reason();
