@@ -41,7 +41,7 @@ constexpr const char *kEverything =
 
 TEST(ContactsRoundTrip, aCardCarriesWhatItsReaderTakes) {
     const Program program;
-    const std::string image = imageWith(program, contactsOf({kEverything}));
+    const std::string image = imageWith(program, {contactOf(kEverything)});
     const ordered_json read = writtenAndRead(program, image, "a.vcf");
     ASSERT_EQ(read.size(), 1u);
     EXPECT_EQ(read[0].dump(1) + "\n", readFile(HN_SAMPLES_DIR "/cases/everything.vcf.json"));
@@ -56,7 +56,7 @@ TEST(ContactsRoundTrip, aCardCarriesWhatItsReaderTakes) {
 
 TEST(ContactsRoundTrip, aTableCarriesWhatItsReadersTake) {
     const Program program;
-    for (const ContactList &contacts : {contactsOf({kEverything}), contactsOf({kEverything, "first_name=Zoe"})}) {   // by the first reader, by the second
+    for (const ContactList &contacts : {ContactList{contactOf(kEverything)}, ContactList{contactOf(kEverything), contactOf("first_name=Zoe")}}) {   // by the first reader, by the second
         const ordered_json read = writtenAndRead(program, imageWith(program, contacts), "a.csv");
         ASSERT_EQ(read.size(), contacts.size());
         EXPECT_EQ(read[0].dump(1) + "\n", readFile(HN_SAMPLES_DIR "/cases/everything.csv.json"));

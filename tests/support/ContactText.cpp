@@ -145,19 +145,11 @@ std::shared_ptr<C> contactOf(std::string_view text) {
     return made;
 }
 
-ContactList contactsOf(std::initializer_list<std::string_view> texts) {
+ContactList contactsOf(std::string_view lines) {
     ContactList contacts;
-    for (const std::string_view text : texts)
-        contacts.push_back(contactOf(text));
+    for (std::size_t end = 0; !lines.empty(); lines.remove_prefix(std::min(end, lines.size()))) {
+        end = std::min(lines.find('\n'), lines.size());
+        contacts.push_back(contactOf(lines.substr(0, end++)));
+    }
     return contacts;
-}
-
-std::shared_ptr<C> person(const char *name, const std::vector<const char *> &phones, const std::vector<const char *> &emails) {
-    auto made = make<C>();
-    made->setCompleteName(name);
-    for (const char *phone : phones)
-        made->mutable_phone_numbers().push_back({"", phone});
-    for (const char *email : emails)
-        made->mutable_emails().push_back({"", email});
-    return made;
 }

@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "HNManagerPlugin/contracts/RVDeviceCoreManager/ZpContactDataInfo.h"
 
@@ -13,10 +12,6 @@
 
 // The contact of such a line, the other way round: no escapes, and no "; name=" or "; name(" within a text.
 [[nodiscard]] std::shared_ptr<ZpContactDataInfo> contactOf(std::string_view text);
-[[nodiscard]] ContactList contactsOf(std::initializer_list<std::string_view> texts);
+[[nodiscard]] ContactList contactsOf(std::string_view lines);
 // Adds to one.
 void fill(ZpContactDataInfo &contact, std::string_view text);
-
-// A contact of this name with numbers and addresses that have the empty label; null is the absent text.
-[[nodiscard]] std::shared_ptr<ZpContactDataInfo> person(const char *name, const std::vector<const char *> &phones = {},
-                                                        const std::vector<const char *> &emails = {});

@@ -4,6 +4,7 @@
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRules.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/Crowd.h"
+#include "tests/support/Cases.h"
 #include "tests/support/ContactText.h"
 
 namespace {
@@ -12,51 +13,20 @@ using namespace contactRules;
 
 // ---------------------------------------------------------------- single look-ups
 
-struct Row {
-    const char *name;
-    std::vector<std::shared_ptr<ZpContactDataInfo>> contents;
-    std::shared_ptr<ZpContactDataInfo> record;
-    int found;   // position, -1 for none
-};
-class Repeat : public testing::TestWithParam<Row> {};
+class Repeat : public testing::TestWithParam<Case> {};
 
 TEST_P(Repeat, isTheFirstContactThatAgrees) {
-    ContactRepeatCheck check(GetParam().contents);
-    const auto found = check.isContactRepeat(*GetParam().record);
-    const int at = GetParam().found;
-    EXPECT_EQ(found, at < 0 ? nullptr : GetParam().contents[static_cast<std::size_t>(at)]);
+    const ContactList contents = contactsOf(GetParam().parts[0]);
+    const auto found = ContactRepeatCheck(contents).isContactRepeat(*contactOf(GetParam().parts[1]));
+    EXPECT_EQ(found, GetParam().parts[2] == "-1" ? nullptr : contents.at(std::stoul(GetParam().parts[2])));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rule, Repeat,
-    testing::Values(
-        Row{"nothingThere", {}, person("Ann", {"1"}), -1},
-        Row{"sameName", {person("Bob", {}), person("ANN", {}), person("ann", {})}, person("Ann", {}), 1},
-        Row{"sameNumber",
-            {person("Bob", {"5-5"}), person("Cid", {"55"})},
-            person("Ann", {"7", "5\u00A05"}),
-            0},
-        Row{"blanksInANumberCount", {person("Bob", {"5 5"})}, person("Ann", {"55"}), -1},
-        Row{"sameEmail", {person("Bob", {}, {"a@b"})}, person("Ann", {}, {"a-@b"}), 0},
-        Row{"caseOfAnEmailCounts", {person("Bob", {}, {"A@b"})}, person("Ann", {}, {"a@b"}), -1},
-        Row{"emailsAreNotAskedWhereBothHaveNumbers",
-            {person("Bob", {"1"}, {"a@b"}), person("Cid", {}, {"a@b"})},
-            person("Ann", {"2"}, {"a@b"}),
-            1},
-        Row{"emailsOfARecordWithoutNumbers", {person("Bob", {"1"}, {"a@b"})}, person("Ann", {}, {"a@b"}), 0},
-        Row{"absentNumbersEqualNone", {person("Bob", {nullptr})}, person("Ann", {nullptr}), -1},
-        Row{"emptyNumbersAreEqual", {person("Bob", {"-"})}, person("Ann", {""}), 0},
-        Row{"namelessContactAgreesWithANamedRecord", {person(nullptr, {})}, person("Ann", {}), 0},
-        Row{"namelessRecordAgreesWithNobody",
-            {person(nullptr, {}), person("", {}), person("Ann", {})},
-            person(nullptr, {}),
-            -1}),
-    [](const auto &row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Samples, Repeat, testing::ValuesIn(casesOf("cases/repeats.txt", 3)), nameOfCase);
 
 TEST(RepeatedRecord, carriesTheContactsNumbersOn) {
-    const auto contact = person("Ann", {"5-5", "66", "6-6", nullptr}, {"A@b", "new@b", "NEW@b", nullptr});
+    const auto contact = contactOf("completeName=Ann; tel()=5-5; tel()=66; tel()=6-6; tel()=~; email()=A@b; email()=new@b; email()=NEW@b; email()=~");
     const std::string before = described(*contact);
-    const auto record = person("Ann", {"55"}, {"a@B"}), other = person("Bob", {"1"});
+    const auto record = contactOf("completeName=Ann; tel()=55; email()=a@B"), other = contactOf("completeName=Bob; tel()=1");
     ContactRepeatCheck({contact}).combineImportRepeatContacts({record, other});
     EXPECT_EQ(described(*record), "completeName=Ann; tel()=55; tel()=66; tel()=~; email()=a@B; email()=new@b");
     EXPECT_EQ(described(*other), "completeName=Bob; tel()=1");
@@ -65,7 +35,7 @@ TEST(RepeatedRecord, carriesTheContactsNumbersOn) {
 
 TEST(RepeatedRecord, anUntouchedOneStaysSo) {
     const auto record = make<ZpContactDataInfo>();
-    ContactRepeatCheck({person("Ann", {"1"}), make<ZpContactDataInfo>()}).combineImportRepeatContacts({record});
+    ContactRepeatCheck({contactOf("completeName=Ann; tel()=1"), make<ZpContactDataInfo>()}).combineImportRepeatContacts({record});
     EXPECT_TRUE(record->isUntouched());
 }
 

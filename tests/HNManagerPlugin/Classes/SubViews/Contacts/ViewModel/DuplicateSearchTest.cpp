@@ -4,6 +4,7 @@
 
 #include "HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/ContactRules.h"
 #include "tests/HNManagerPlugin/Classes/SubViews/Contacts/ViewModel/Crowd.h"
+#include "tests/support/Cases.h"
 #include "tests/support/ContactText.h"
 
 namespace {
@@ -24,59 +25,27 @@ std::string text(const DupContactGroups &groups, const ContactList &contacts) {
 
 // ---------------------------------------------------------------- the rule
 
-struct Row {
-    const char *name;
-    ContactList contacts;
-    const char *groups;
-};
-class Duplicates : public testing::TestWithParam<Row> {};
+class Duplicates : public testing::TestWithParam<Case> {};
 
 TEST_P(Duplicates, areGrouped) {
-    const ContactList &contacts = GetParam().contacts;
-    EXPECT_EQ(text(DuplicateSearch::groupsOf(contacts), contacts), GetParam().groups);
+    const ContactList contacts = contactsOf(GetParam().parts[0]);
+    EXPECT_EQ(text(DuplicateSearch::groupsOf(contacts), contacts), GetParam().parts[1]);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rule, Duplicates,
-    testing::Values(
-        Row{"none", {}, ""}, Row{"one", {person("Ann")}, ""},
-        Row{"sameName", {person("Ann"), person("Bob"), person("ANN"), person("ann")}, "2 3 0"},
-        Row{"namelessOnesNeverAgreeByName", {person(""), person(""), person(nullptr)}, ""},
-        Row{"namelessOnesAgreeByNumber", {person("", {"1"}), person("", {"1"})}, "1 0"},
-        Row{"otherNotes", contactsOf({"completeName=Ann", "completeName=Ann; notes=x"}), ""},
-        Row{"absentCountsAtTheLaterOneAlone",
-            contactsOf({"completeName=Ann; company=Acme", "completeName=Ann", "completeName=Ann; company=acme"}), "1 2 0"},
-        Row{"presentAgainstAnAbsentOpener", contactsOf({"completeName=Ann", "completeName=Ann; company=Acme"}), ""},
-        Row{"anAbsentNameIsAnything", {person("Ann"), person(nullptr), person("Bob")}, "1 0"},
-        Row{"numbersAreComparedWithTheirLabel", contactsOf({"completeName=Ann; tel()=1", "completeName=Bob; tel(home)=1"}), ""},
-        Row{"numbersAreComparedExactly", {person("Ann", {"1-1"}), person("Bob", {"11"})}, ""},
-        Row{"emptyNumbersCountForTheOpener", {person("Ann", {""}), person("Bob", {""})}, "1 0"},
-        Row{"emptyNumbersDoNotCountLater", {person("Ann", {"1"}), person("Bob", {"1", ""}), person("Cid", {""})}, "1 0"},
-        Row{"emailsAreNotAskedWhereBothHaveNumbers",
-            {person("Ann", {"1"}, {"a@b"}), person("Bob", {"2"}, {"a@b"}), person("Cid", {}, {"a@b"})},
-            "2 1 0"},
-        Row{"chainByNumbers",
-            {person("Ann", {"1"}), person("Cid", {"2"}), person("Bob", {"1", "2"}), person("Dan", {"2", "3"}), person("Eve", {"3"})},
-            "2 1 3 4 0"},
-        Row{"chainByNameEndsIt", {person("Ann", {"1"}), person("Bob", {"1", "2"}), person("Bob", {"2"}), person("Cid", {"2"})},
-            "1 3 2 0"},
-        Row{"aNameAloneBringsNobodyInLater", {person("Ann", {"1"}), person("Bob", {"1"}), person("Bob", {"3"})}, "1 0"},
-        Row{"whoIsLeftOpensTheNextGroup",
-            {person("Ann"), person("Bob"), person("ann"), person("Cid"), person("BOB")},
-            "2 0 | 4 1"}),
-    [](const auto &row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Samples, Duplicates, testing::ValuesIn(casesOf("cases/duplicates.txt")), nameOfCase);
 
 TEST(DuplicateSearch, stopsWithTheGroupsThatAreFinished) {
-    const ContactList contacts{person("Ann"), person("Bob"), person("Ann"), person("Bob")};
+    const ContactList contacts = contactsOf("completeName=Ann\ncompleteName=Bob\ncompleteName=Ann\ncompleteName=Bob");
     int asked = 0;
     const auto groups = DuplicateSearch::groupsOf(contacts, [&] { return ++asked == 3; });
     EXPECT_EQ(text(groups, contacts), "2 0");
 }
 
 TEST(DuplicateSearch, leavesTheContactsAsTheyAre) {
-    const ContactList contacts = contactsOf({"completeName=Ann; url()=b; url()=a", "completeName=Ann; url()=a; url()=b"});
+    const std::string texts = "completeName=Ann; url()=b; url()=a\ncompleteName=Ann; url()=a; url()=b\n";
+    const ContactList contacts = contactsOf(texts);
     EXPECT_EQ(DuplicateSearch::groupsOf(contacts).size(), 1U);
-    EXPECT_EQ(described(contacts), "completeName=Ann; url()=b; url()=a\ncompleteName=Ann; url()=a; url()=b\n");
+    EXPECT_EQ(described(contacts), texts);
 }
 
 // ---------------------------------------------------------------- against the plain way
