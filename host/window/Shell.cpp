@@ -162,7 +162,10 @@ id Shell::categoryModel() const {
 
 bool Shell::hasLoaded() const {
     const id manager = categoryManager();
-    return categoryView() && (!manager || manager->valueForKey("loadingFinished").boolValue());
+    if (!categoryView() || !manager || manager->valueForKey("loadingFinished").boolValue())
+        return categoryView() != nullptr;
+    const auto cloud = std::dynamic_pointer_cast<NSView>(manager->valueForKey("disable_iCloudView").object());
+    return cloud && cloud->superview() && !cloud->isHiddenOrHasHiddenAncestor();
 }
 
 // ---------------------------------------------------------------- devices

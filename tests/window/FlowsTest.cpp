@@ -9,6 +9,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <cstring>
 
 #include "device/FileTree.h"
 #include "host/window/Accessibility.h"
@@ -290,6 +291,24 @@ TEST_F(Flows, theSizeIsRememberedForTheNextStart) {
     open();
     EXPECT_EQ(surface->parentWidget()->width(), 1000);
     EXPECT_NEAR(surface->parentWidget()->height(), 600, 1);
+}
+
+TEST_F(Flows, theStepsOutOfTheCloudFitTheSmallestWindow) {
+    const auto cloud = folders.path() / "cloud";
+    std::filesystem::copy(image(), cloud, std::filesystem::copy_options::recursive);
+    std::ifstream file(cloud / "Device.plist");
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::size_t flag = text.find("<false/>", text.find("CloudContacts"));
+    ASSERT_NE(flag, std::string::npos);
+    std::ofstream(cloud / "Device.plist") << text.replace(flag, std::strlen("<false/>"), "<true/>");
+    ASSERT_TRUE(shell->openDevice(cloud));
+    surface->parentWidget()->resize(host::Shell::kLeastWidth, host::Shell::kLeastHeight);
+    settle();
+    const auto button = shell->buttonNamed("RetryButton");
+    ASSERT_NE(button, nullptr);
+    EXPECT_TRUE(QRectF(surface->rect()).contains(surface->rectOf(*button))) << surface->rectOf(*button).bottom();
+    EXPECT_EQ(surface->viewAt(surface->rectOf(*button).center()), button);
+    picture("contacts-cloud");
 }
 
 TEST_F(Flows, aRightClickOpensTheRowsMenu) {

@@ -98,37 +98,57 @@ std::shared_ptr<NSView> bottomBar(Nib &nib, const Manager &manager) {
 
 namespace {
 
-std::shared_ptr<NSImageView> pictureAt(Nib &nib, Property<NSString> &path) {
-    auto view = nib.make<NSImageView>(NSRect(0, 0, 220, 110));
-    path.observe([weak = std::weak_ptr(view)](const NSString &file) {
+// As large as told, whatever it shows.
+void setSize(const std::shared_ptr<NSView> &view, double width, double height) {
+    view->addConstraint(NSLayoutConstraint::tie(view, NSLayoutAttribute::width, nullptr, NSLayoutAttribute::notAnAttribute, width));
+    view->addConstraint(NSLayoutConstraint::tie(view, NSLayoutAttribute::height, nullptr, NSLayoutAttribute::notAnAttribute, height));
+}
+
+std::shared_ptr<NSStackView> column(Nib &nib, NSStackAlignment alignment) {
+    auto made = nib.make<NSStackView>(NSRect(0, 0, 1, 1));
+    made->setOrientation(NSUserInterfaceLayoutOrientation::vertical);
+    made->setAlignment(alignment);
+    made->setSpacing(12);
+    return made;
+}
+
+// A text with its picture below.
+std::shared_ptr<NSView> cloudStep(Nib &nib, const char *identifier, Property<NSString> &text, Property<NSString> &path) {
+    constexpr double kStepWidth = 235, kPicture = 152, kLines = 54;
+    const auto field = label(identifier);
+    field->setLineBreakMode(LineBreak::wrap);
+    field->setAlignment(NSTextAlignment::center);
+    setSize(field, kStepWidth, kLines);
+    text.observe(showsIn<NSControl>(field, &NSControl::setStringValue));
+    const auto picture = nib.make<NSImageView>(NSRect(0, 0, kStepWidth, kPicture));
+    setSize(picture, kStepWidth, kPicture);
+    path.observe([weak = std::weak_ptr(picture)](const NSString &file) {
         tell(weak, [&](NSImageView &v) { v.setImage(file.isEmpty() ? nullptr : NSImage::withContentsOfFile(file)); });
     });
-    return view;
+    auto step = column(nib, NSStackAlignment::center);
+    step->addArrangedSubview(field);
+    step->addArrangedSubview(picture);
+    return step;
 }
 
 }   // namespace
 
 void cloudPanel(Nib &nib, const Manager &manager, const char *retrySelector) {
-    const auto panel = nib.make<NSStackView>(NSRect(0, 0, kWidth, kHeight - kTopBar));
+    const auto panel = column(nib, NSStackAlignment::center);
+    panel->setFrame({0, 0, kWidth, kHeight - kTopBar});
     panel->setIdentifier("CloudPanel");
-    panel->setOrientation(NSUserInterfaceLayoutOrientation::vertical);
-    panel->setAlignment(NSStackAlignment::center);
-    panel->setSpacing(12);
-    panel->setEdgeInsets({40, 40, 40, 40});
+    panel->setEdgeInsets({32, 16, 16, 16});
     panel->setWantsLayer(true);
     panel->layer()->setBackgroundColor(NSColor::whiteColor());
-    const auto line = [&](const char *identifier, Property<NSString> &text) {
-        const auto field = label(identifier);
-        text.observe(showsIn<NSControl>(field, &NSControl::setStringValue));
-        panel->addArrangedSubview(field);
-    };
-    line("CloudTitle", manager->close_iCloud_title);
-    line("CloudStep1", manager->close_iCloud_Step_1);
-    panel->addArrangedSubview(pictureAt(nib, manager->disable_icloudImagePath_1));
-    line("CloudStep2", manager->close_iCloud_Step_2);
-    panel->addArrangedSubview(pictureAt(nib, manager->disable_icloudImagePath_2));
-    line("CloudStep3", manager->close_iCloud_Step_3);
-    panel->addArrangedSubview(pictureAt(nib, manager->disable_icloudImagePath_3));
+    const auto title = label("CloudTitle");
+    manager->close_iCloud_title.observe(showsIn<NSControl>(title, &NSControl::setStringValue));
+    const auto steps = nib.make<NSStackView>(NSRect(0, 0, 1, 1));
+    steps->setSpacing(16);
+    steps->addArrangedSubview(cloudStep(nib, "CloudStep1", manager->close_iCloud_Step_1, manager->disable_icloudImagePath_1));
+    steps->addArrangedSubview(cloudStep(nib, "CloudStep2", manager->close_iCloud_Step_2, manager->disable_icloudImagePath_2));
+    steps->addArrangedSubview(cloudStep(nib, "CloudStep3", manager->close_iCloud_Step_3, manager->disable_icloudImagePath_3));
+    panel->addArrangedSubview(title);
+    panel->addArrangedSubview(steps);
     panel->addArrangedSubview(button(nib, manager, {"RetryButton", &HNMbaseViewManager::retryTitle, retrySelector}));
     manager->disable_iCloudView = panel;
 }
