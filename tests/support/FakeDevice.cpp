@@ -68,14 +68,6 @@ void FakeFileInterface::exportDevcieFile_toDirectory_getExportFile_progress(cons
     progress(report, true);
 }
 
-void FakeFileInterface::exportFile_toDirectory_getExportFile_progress(const std::vector<NSString> &paths, const NSString &directory,
-                                                                      std::vector<NSString> *written, const ProgressBlock &progress) {
-    std::vector<std::shared_ptr<DeviceFileInfo>> list;
-    for (const NSString &path : paths)
-        list.push_back(DeviceFileInfo::deviceFileInfoWithPath_FileName(path, path.lastPathComponent()));
-    exportDevcieFile_toDirectory_getExportFile_progress(list, directory, written, progress);
-}
-
 void logWorkspaceTo(EventLog &log) {
     struct Workspace : WorkspaceService {
         explicit Workspace(EventLog &log) : log(log) {}

@@ -32,8 +32,9 @@ public:
     void exportDevcieFile_toDirectory_getExportFile_progress(const std::vector<std::shared_ptr<DeviceFileInfo>> &list,
                                                              const NSString &directory, std::vector<NSString> *written,
                                                              const ProgressBlock &progress) override;
-    void exportFile_toDirectory_getExportFile_progress(const std::vector<NSString> &paths, const NSString &directory,
-                                                       std::vector<NSString> *written, const ProgressBlock &progress) override;
+    // No flow asks for it.
+    void exportFile_toDirectory_getExportFile_progress(const std::vector<NSString> &, const NSString &, std::vector<NSString> *,
+                                                       const ProgressBlock &) override {}
 };
 
 class FakeContext : public DeviceContext {
