@@ -328,18 +328,6 @@ TEST_F(Flows, aMenuButtonOffersItsEntriesWithoutItsOwnTitle) {
     EXPECT_EQ(entries.join(u'|').toStdString(), "Add Folder|Add Bookmark");
 }
 
-TEST_F(Flows, aSelectionThatASearchHidesIsNotDeleted) {
-    show(9);
-    world.clickAt(*shell->list(), inRow(0));
-    settle();
-    for (const char *text : {"", "no such bookmark", ""}) {
-        shell->searchField()->setStringValue(text);
-        shell->searchField()->sendAction();
-        settle();
-        EXPECT_EQ(shell->buttonNamed("DeleteButton") != nullptr, !*text) << text;
-    }
-}
-
 TEST_F(Flows, aProgressWindowTellsTheItemAndMovesItsBar) {
     const auto part = [](const char *name) { return NSApp()->modalWindow()->contentView()->viewWithIdentifier(name); };
     bool isSeen = false;

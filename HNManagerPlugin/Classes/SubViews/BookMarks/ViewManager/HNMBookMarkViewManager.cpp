@@ -111,9 +111,7 @@ void HNMBookMarkViewManager::searchBookMark(const id &sender) {
     if (model && outline && model->searchArray && !model->searchArray->isEmpty())
         outline->expandItem(nullptr, true);
     const auto noResult = noSearchField.lock();
-    const bool isHidden = noResult && !noResult->isHidden();
-    setOutlineHidden(isHidden);
-    hasSelectedRow = !isHidden && outline && outline->numberOfSelectedRows() > 0;   // nobody deletes what is not on show
+    setOutlineHidden(noResult && !noResult->isHidden());
 }
 
 // ---------------------------------------------------------------- rows
