@@ -6,6 +6,7 @@
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/BookmarkFile.h"
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/HNBookMarkEntity.h"
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/VisitAddress.h"
+#include "tests/support/Cases.h"
 #include "tests/support/TempFolder.h"
 
 using namespace bookmarks;
@@ -88,25 +89,9 @@ TEST(BookmarkLine, givesItsText) {
 }
 
 TEST(Visit, opensWhatTheBrowserCanTake) {
-    struct {
-        const char *name, *address, *opens;
-    } rows[] = {
-        {"http", "http://example.com", "http://example.com"}, {"https", "https://a.b-c.de/", "https://a.b-c.de/"},
-        {"ftp", "ftp://files.example.org/pub", "ftp://files.example.org/pub"},
-        {"port", "http://example.com:8080/x?y=1#z", "http://example.com:8080/x?y=1#z"},
-        {"portOfLetters", "http://example.com:80a/", "http://http://example.com:80a/"}, {"www", "www.example.com", "www.example.com"},
-        {"wwwAnyCharacter", "wwwxexample.com", "wwwxexample.com"}, {"wwwAlone", "www.com", "http://www.com"},
-        {"noScheme", "example.com", "http://example.com"}, {"fourLetters", "http://example.info/", "http://example.info/"},
-        {"fiveLetters", "http://example.press/", "http://http://example.press/"},
-        {"sixLetters", "https://glass.museum/", "http://https://glass.museum/"}, {"oneLetter", "http://a.b", "http://http://a.b"},
-        {"noDot", "http://localhost/", "http://http://localhost/"}, {"upperScheme", "HTTP://example.com", "http://HTTP://example.com"},
-        {"blankInside", "http://example.com/a b", "http://http://example.com/a b"},
-        {"umlautInPath", "http://example.com/\xC3\xA4", "http://http://example.com/\xC3\xA4"},
-        {"lineBreakBehind", "http://example.com\n", "http://http://example.com\n"},
-        {"javascript", "javascript:alert(1)", "http://javascript:alert(1)"}, {"file", "file:///etc/passwd", "http://file:///etc/passwd"},
-        {"shell", "$(reboot);'", "http://$(reboot);'"}, {"empty", "", "http://"}, {"absent", nullptr, "http://"}};
-    for (const auto &[name, address, opens] : rows)
-        EXPECT_EQ(addressToOpen(address), NSString(opens)) << name;
+    for (const Case &row : casesOf("cases/visitedAddresses.txt"))
+        EXPECT_EQ(addressToOpen(row.parts[0]), NSString(row.parts[1])) << row.name;
+    EXPECT_EQ(addressToOpen(nullptr), NSString("http://"));
 }
 
 }   // namespace
