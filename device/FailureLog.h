@@ -14,6 +14,7 @@ namespace device {
 struct Failure {
     AccessError::Kind kind = AccessError::Kind::failed;
     std::string text;   // names the file or the record; valid UTF-8
+    bool isRemark = false;   // nothing failed; a person had better know all the same
     [[nodiscard]] static Failure of(const std::exception &error);
 };
 

@@ -367,9 +367,10 @@ void AddressBookStore::exportContactsToCSVFileFromArray_toPath_callBack(const Co
                 cutOne = contact.completeName().isEmpty() ? NSString("a contact without a name") : contact.completeName();
         });
         isWritten = true;
-        if (cutOne)   // no failure: the file is whole
-            failures_.note({AccessError::Kind::failed, "the row of " + unicode::sanitized(cutOne.view()) +
-                                                           " has more than 102,399 bytes: it can be imported here, but who reads the table as it stands may refuse it"});
+        if (cutOne)
+            failures_.note({.text = "the row of " + unicode::sanitized(cutOne.view()) +
+                                    " has more than 102,399 bytes: it can be imported here, but who reads the table as it stands may refuse it",
+                            .isRemark = true});
     } catch (const std::exception &error) {
         noteFailure(error);
     }

@@ -91,7 +91,7 @@ void FailureNotices::hearItems(std::int64_t items, const std::optional<device::F
         const std::scoped_lock lock(mutex_);
         heard_.items += items;
         if (reason)
-            addOnce(heard_.reasons, reason->text);
+            addOnce(reason->isRemark ? heard_.remarks : heard_.reasons, reason->text);
     }
     showSoon();
 }
@@ -144,6 +144,8 @@ void FailureNotices::show() {
         const QString first = heard.reasons.empty() ? QString() : linesOf({heard.reasons.front()});
         showNotice(nullptr, what, first, heard.reasons.size() > 1 ? linesOf(heard.reasons) : QString());
     }
+    if (!heard.remarks.empty())
+        showNotice(nullptr, QObject::tr("The file was written, but:"), linesOf(heard.remarks));
     if (!heard.missing.empty())
         showNotice(nullptr, QObject::tr("Attachments are missing."),
                    QObject::tr("The backup does not hold them, so the export goes without them. The details name them."), linesOf(heard.missing));

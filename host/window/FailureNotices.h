@@ -24,7 +24,7 @@ public:
 private:
     struct Heard {
         std::int64_t items = 0;
-        std::vector<std::string> reasons, missing;
+        std::vector<std::string> reasons, remarks, missing;
     };
     void hearItems(std::int64_t items, const std::optional<device::Failure> &reason);
     void hearCommand(const SystemCommand::Failure &failure);
