@@ -6,6 +6,7 @@
 #include "HNManagerPlugin/contracts/RVMessageWriter/PictureConverter.h"
 #include "HNManagerPlugin/contracts/RVMessageWriter/Sha256.h"
 #include "HNManagerPlugin/contracts/RVMessageWriter/ppWriterMeassagerHtml.h"
+#include "tests/support/Cases.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -70,21 +71,10 @@ TEST_F(MessagePage, noTextIsMarkup) {
 }
 
 TEST(MessageText, standsInThePage) {
-    const struct {
-        const char *name, *given, *shown;
-    } rows[] = {{"emoji", "\xF0\x9F\x98\x80 ok", "\xF0\x9F\x98\x80 ok"}, {"badBytes", "a\xFF", "a\xEF\xBF\xBD"},
-                {"control", "a\x01\x7F\tb", "a\xEF\xBF\xBD\xEF\xBF\xBD\tb"}, {"c1Control", "\xC2\x85x", "\xEF\xBF\xBDx"},
-                {"nonCharacter", "\xEF\xBF\xBF\xF0\x9F\xBF\xBE", "\xEF\xBF\xBD\xEF\xBF\xBD"},
-                {"address", "see https://a.b/c?d=1&e=2.",
-                 "see <a rel=\"noreferrer noopener\" href=\"https://a.b/c?d=1&amp;e=2\">https://a.b/c?d=1&amp;e=2</a>."},
-                {"twoAddresses", "http://a http://b", "<a rel=\"noreferrer noopener\" href=\"http://a\">http://a</a> "
-                                                      "<a rel=\"noreferrer noopener\" href=\"http://b\">http://b</a>"},
-                {"bracketEndsAddress", "http://a\"><b>", "<a rel=\"noreferrer noopener\" href=\"http://a\">http://a</a>&quot;&gt;&lt;b&gt;"},
-                {"schemeAlone", "http:// https:// https", "http:// https:// https"}, {"otherScheme", "javascript:alert(1)", "javascript:alert(1)"}};
-    for (const auto &[name, given, shown] : rows) {
+    for (const Case &row : casesOf("cases/pageTexts.txt")) {
         std::string out;
-        messagePage::appendLinked(out, given);
-        EXPECT_EQ(out, shown) << name;
+        messagePage::appendLinked(out, row.parts[0]);
+        EXPECT_EQ(out, row.parts[1]) << row.name;
     }
 }
 

@@ -2,6 +2,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <map>
 
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/BookmarkFile.h"
 #include "HNManagerPlugin/Classes/SubViews/BookMarks/ViewModel/HNBookMarkEntity.h"
@@ -63,29 +64,9 @@ TEST(BookmarkFile, aFullDiskLeavesNoHalfDocument) {
 }
 
 TEST(BookmarkLine, givesItsText) {
-    struct {
-        const char *name;
-        NSString (*helper)(const NSString &);
-        const char *line, *result;   // null: absent
-    } rows[] = {
-        {"folder", folderNameOfLine, "<DT><H3 FOLDED>News</H3>", "News"},
-        {"folderInAnyCase", folderNameOfLine, "  <dt><h3 folded>News</h3>", "News"},
-        {"folderIsGreedy", folderNameOfLine, "<DT><H3 FOLDED>a</H3>b</H3>", "a</H3>b"},
-        {"folderWithoutName", folderNameOfLine, "<DT><H3 FOLDED></H3>", nullptr},
-        {"folderOfAnotherKind", folderNameOfLine, "<DT><H3>News</H3>", nullptr},
-        {"folderOverTwoLines", folderNameOfLine, "<DT><H3 FOLDED>a\nb</H3>", nullptr},
-        {"folderInTheSecondLine", folderNameOfLine, "x</H3>\n<DT><H3 FOLDED>b</H3>", "b"},
-        {"folderAfterALineSeparator", folderNameOfLine, "<DT><H3 FOLDED>a\xE2\x80\xA8<DT><H3 FOLDED>b</H3>", "b"},
-        {"url", urlOfLine, "<DT><A HREF=\"http://x\">X</A>", "http://x"},
-        {"urlRunsToTheLastQuote", urlOfLine, "<DT><A HREF=\"http://x\">a \"b\"</A>", "http://x\">a \"b"},
-        {"urlEmpty", urlOfLine, "<DT><A HREF=\"\">X</A>", nullptr},
-        {"urlOfOneQuote", urlOfLine, "\"", nullptr},
-        {"urlOfThreeQuotes", urlOfLine, "\"\"\"", "\""},
-        {"name", nameOfLine, "<DT><A HREF=\"http://x\">X & <Y></a>", "X & <Y>"},
-        {"nameFromTheFirstMark", nameOfLine, "<DT><A HREF=\"http://\">x\">X</A>", "x\">X"},
-        {"nameEmpty", nameOfLine, "<DT><A HREF=\"http://x\"></A>", nullptr}};
-    for (const auto &[name, helper, line, result] : rows)
-        EXPECT_EQ(helper(line), NSString(result)) << name;
+    const std::map<std::string, NSString (*)(const NSString &)> readers = {{"folder", folderNameOfLine}, {"url", urlOfLine}, {"name", nameOfLine}};
+    for (const Case &row : casesOf("cases/bookmarkLines.txt", 3))
+        EXPECT_EQ(readers.at(row.parts[0])(row.parts[1]), row.parts[2] == "-" ? NSString() : NSString(row.parts[2])) << row.name;
 }
 
 TEST(Visit, opensWhatTheBrowserCanTake) {
