@@ -47,7 +47,8 @@ NSString read(std::string_view text) { return text == "~" ? NSString() : NSStrin
 
 std::vector<NSString> split(std::string_view text, char mark, std::size_t parts) {
     std::vector<NSString> texts;
-    for (std::size_t end = 0; end != text.npos && texts.size() < parts; text.remove_prefix(end == text.npos ? 0 : end + 1)) {
+    for (std::size_t end = 0; end != text.npos && texts.size() < parts;
+         text.remove_prefix(end == text.npos ? 0 : end + 1)) {
         end = texts.size() + 1 == parts ? text.npos : text.find(mark);
         texts.push_back(read(text.substr(0, end)));
     }
@@ -56,11 +57,13 @@ std::vector<NSString> split(std::string_view text, char mark, std::size_t parts)
 }
 
 // Each list of a contact: its name, how it is read and written, what stands between its texts, and these.
-template <class Visitor> void visitLists(const Visitor &visit) {
+template <class Visitor>
+void visitLists(const Visitor &visit) {
     using A = ZpContactAddressDataInfo;
     visit("tel", &C::phone_numbers, &C::mutable_phone_numbers, ' ', &ZpPhoneNumberDataInfo::phone_number);
     visit("email", &C::emails, &C::mutable_emails, ' ', &ZpEmailDataInfo::email);
-    visit("adr", &C::addresses, &C::mutable_addresses, ',', &A::street, &A::city, &A::state, &A::postal_code, &A::country, &A::country_code);
+    visit("adr", &C::addresses, &C::mutable_addresses, ',', &A::street, &A::city, &A::state, &A::postal_code,
+          &A::country, &A::country_code);
     visit("url", &C::urls, &C::mutable_urls, ' ', &ZpUrlDataInfo::url);
     visit("date", &C::dates, &C::mutable_dates, ' ', &ZpDateDataInfo::date);
     visit("related", &C::relatednames, &C::mutable_relatednames, ' ', &ZpRelatedNameDataInfo::relatename);
@@ -105,7 +108,8 @@ std::string described(const ZpContactDataInfo &c) {
         for (const auto &record : (c.*read)()) {
             std::string item = std::string(list) + "(" + escaped(record.type) + ")=" + escaped(record.*first);
             ((item += mark + escaped(record.*more)), ...);
-            add(mark == ',' && item.ends_with(",~") ? item.substr(0, item.size() - 2) : item);   // seldom is there a country code
+            add(mark == ',' && item.ends_with(",~") ? item.substr(0, item.size() - 2)
+                                                    : item);   // seldom is there a country code
         }
     });
     if (c.imageCharData())

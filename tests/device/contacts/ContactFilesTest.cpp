@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "device/contacts/AddressBookStore.h"
 #include "device/contacts/CardText.h"

@@ -13,8 +13,9 @@ struct Outcome {
 };
 Outcome rewritten(std::string_view bytes) {
     Outcome outcome;
-    (void)rewriteCards(bytes, "a.vcf", [&](std::string_view piece) { outcome.cards.append(piece); },
-                       [&](std::int64_t line, const std::string &text) { outcome.told += std::to_string(line) + ": " + text + "\n"; });
+    (void)rewriteCards(
+        bytes, "a.vcf", [&](std::string_view piece) { outcome.cards.append(piece); },
+        [&](std::int64_t line, const std::string &text) { outcome.told += std::to_string(line) + ": " + text + "\n"; });
     return outcome;
 }
 
@@ -53,7 +54,8 @@ TEST(CardRewriting, readsAFileInAWideCharsetByItsZeros) {
 }
 
 TEST(CardRewriting, guessesOneCharsetFromAllTextsTogether) {
-    const Outcome outcome = rewritten("BEGIN:VCARD\nN:\xCD\xF5;;;;\nNOTE:\xC4\xE3\xBA\xC3\xD6\xD0\xB9\xFA\nEND:VCARD\n");
+    const Outcome outcome =
+        rewritten("BEGIN:VCARD\nN:\xCD\xF5;;;;\nNOTE:\xC4\xE3\xBA\xC3\xD6\xD0\xB9\xFA\nEND:VCARD\n");
     EXPECT_EQ(body(outcome.cards), "N:王;;;;\nNOTE:你好中国\n") << outcome.told;
 }
 
@@ -69,11 +71,14 @@ TEST_P(CardDialect, isLeftAloneOrNot) {
 INSTANTIATE_TEST_SUITE_P(Samples, CardDialect, testing::ValuesIn(casesOf("cases/cardDialect.txt")), nameOfCase);
 
 TEST(CardDialect, needsTextThatIsUtf8AndNoMark) {
-    EXPECT_FALSE(isCardDialect("\xEF\xBB\xBF" "BEGIN:VCARD\nN:a;;;;\nEND:VCARD\n"));
+    EXPECT_FALSE(isCardDialect("\xEF\xBB\xBF"
+                               "BEGIN:VCARD\nN:a;;;;\nEND:VCARD\n"));
     EXPECT_FALSE(isCardDialect("BEGIN:VCARD\nN:\xFC;;;;\nEND:VCARD\n"));
     EXPECT_FALSE(isCardDialect("\nBEGIN:VCARD\nN:a;;;;\nEND:VCARD\n"));
-    EXPECT_FALSE(isCardDialect("\x01" "BEGIN:VCARD\nN:a;;;;\nEND:VCARD\n")) << "the reader trims blanks alone";
+    EXPECT_FALSE(isCardDialect("\x01"
+                               "BEGIN:VCARD\nN:a;;;;\nEND:VCARD\n"))
+        << "the reader trims blanks alone";
     EXPECT_FALSE(isCardDialect(""));
 }
 
-}  // namespace
+}   // namespace

@@ -32,11 +32,13 @@ INSTANTIATE_TEST_SUITE_P(Samples, ForeignFile, testing::ValuesIn(casesOf("cases/
 
 // ---------------------------------------------------------------- the way round, and what is said
 
-constexpr const char *kForeign = "BEGIN:VCARD\nVERSION:4.0\nFN:Ada Lovelace\nTEL:+44 20 555\nROLE:Mathematician\nTITLE:Countess\nEND:VCARD\n";
+constexpr const char *kForeign =
+    "BEGIN:VCARD\nVERSION:4.0\nFN:Ada Lovelace\nTEL:+44 20 555\nROLE:Mathematician\nTITLE:Countess\nEND:VCARD\n";
 
 TEST(ForeignImport, isRefusedAsItIsAndByRead) {
     const Program program;
-    const std::string image = program.emptyImage("image"), file = program.file("a.vcf", "BEGIN:VCARD\nORG:Acme\nEND:VCARD\n");
+    const std::string image = program.emptyImage("image"),
+                      file = program.file("a.vcf", "BEGIN:VCARD\nORG:Acme\nEND:VCARD\n");
     EXPECT_EQ(program.json({"--device", image, "contacts", "import", file, "--as-is"}, 1)["fatal"]["line"], 2);
     EXPECT_EQ(program.json({"contacts", "read", file}, 1)["fatal"]["line"], 2);
     EXPECT_EQ(program.json({"--device", image, "contacts", "import", file})["succeeded"], 1);
@@ -68,10 +70,11 @@ TEST_P(BrokenFile, isRefusedWithLineAndReasonAndChangesNothing) {
     const Program program;
     const std::string &bytes = GetParam().parts[0], &said = GetParam().parts[1];
     const std::string image = program.smallImage("image"), before = testhost::pictureOf(image + "/HomeDomain");
-    program.refused({"--device", image, "contacts", "import", program.file(said.substr(0, said.find(':')), bytes)}, 1, said);
+    program.refused({"--device", image, "contacts", "import", program.file(said.substr(0, said.find(':')), bytes)}, 1,
+                    said);
     EXPECT_EQ(testhost::pictureOf(image + "/HomeDomain"), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, BrokenFile, testing::ValuesIn(casesOf("cases/brokenFiles.txt")), nameOfCase);
 
-}  // namespace
+}   // namespace

@@ -11,12 +11,15 @@ using namespace host::foreign;
 
 namespace {
 
-constexpr std::string_view kPlain = "Row,Row 2,Given Name,Given Name Yomi,Additional Name,Additional Name Yomi,Family Name,Family Name Yomi,Nickname,Name Prefix,"
-                                    "Name Suffix,Birthday,Notes,Organization 1 - Name,Organization 1 - Department,Organization 1 - Title,";
+constexpr std::string_view kPlain =
+    "Row,Row 2,Given Name,Given Name Yomi,Additional Name,Additional Name Yomi,Family Name,Family Name "
+    "Yomi,Nickname,Name Prefix,"
+    "Name Suffix,Birthday,Notes,Organization 1 - Name,Organization 1 - Department,Organization 1 - Title,";
 
 std::string rewritten(std::string_view bytes) {
     std::string out;
-    (void)rewriteTable(bytes, "a.csv", [&](std::string_view piece) { out.append(piece); }, [](std::int64_t, const std::string &) {});
+    (void)rewriteTable(
+        bytes, "a.csv", [&](std::string_view piece) { out.append(piece); }, [](std::int64_t, const std::string &) {});
     return out;
 }
 
@@ -45,7 +48,9 @@ TEST(TableRewriting, goesOverAsCardsWhereATableWouldSwell) {
 
 std::string toldOfTheLastRow(std::string_view table) {
     std::string told;
-    (void)rewriteTable(table, "a.csv", [](std::string_view) {}, [&](std::int64_t line, const std::string &text) { told = line > 1 ? text : told; });
+    (void)rewriteTable(
+        table, "a.csv", [](std::string_view) {},
+        [&](std::int64_t line, const std::string &text) { told = line > 1 ? text : told; });
     return told;
 }
 
@@ -81,8 +86,10 @@ INSTANTIATE_TEST_SUITE_P(Samples, TableHeading, testing::ValuesIn(casesOf("cases
 
 class TableDialect : public testing::TestWithParam<Case> {};
 
-TEST_P(TableDialect, isLeftAloneOrNot) { EXPECT_EQ(isTableDialect(GetParam().parts[0]) ? "left alone" : "rewritten", GetParam().parts[1]); }
+TEST_P(TableDialect, isLeftAloneOrNot) {
+    EXPECT_EQ(isTableDialect(GetParam().parts[0]) ? "left alone" : "rewritten", GetParam().parts[1]);
+}
 
 INSTANTIATE_TEST_SUITE_P(Samples, TableDialect, testing::ValuesIn(casesOf("cases/tableDialect.txt")), nameOfCase);
 
-}  // namespace
+}   // namespace

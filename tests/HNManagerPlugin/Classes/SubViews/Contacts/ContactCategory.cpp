@@ -14,7 +14,8 @@ public:
         for (const NSString &type : panel.allowedFileTypes)
             text += type.str() + " ";
         text += panel.directoryURL.str();
-        for (const char c : panel.nameFieldStringValue.isEmpty() ? std::string() : " " + panel.nameFieldStringValue.str())
+        for (const char c :
+             panel.nameFieldStringValue.isEmpty() ? std::string() : " " + panel.nameFieldStringValue.str())
             text += c >= '0' && c <= '9' ? '0' : c;
         dispatch::async(dispatch::main(), [p = panel.shared_from_this()] { static_cast<NSSavePanel &>(*p).cancel(); });
     }

@@ -28,13 +28,14 @@ TEST_F(ContactDelete, takesTheSelectedRowsOutWithoutReadingAnew) {
     select({0, 2});
     AnswerScript answers(&log);
     deleteThem(answers, "delete 2 ContactView_Contacts?", "2 gone");
-    EXPECT_EQ(log.take(), "asks ContactView_DeleteWindowTitle|delete 2 ContactView_Contacts? "
-                          "[ContactView_button_Cancel ContactView_button_Delete]\n"
-                          "presses ContactView_button_Delete\n"
-                          "button: FileManager_Cancel 5\nbutton: (FileManager_Cancel) 5\nmain: ContactView_waitDelete\n"
-                          "asks ContactView_DeleteWindowTitle|ContactView_waitDelete [(FileManager_Cancel)]\n"
-                          "main: ContactView_deleting\nbutton: FileManager_Cancel 5\nbutton: MessageDialog_Ok 15\nmain: 2 gone\n"
-                          "presses MessageDialog_Ok");
+    EXPECT_EQ(log.take(),
+              "asks ContactView_DeleteWindowTitle|delete 2 ContactView_Contacts? "
+              "[ContactView_button_Cancel ContactView_button_Delete]\n"
+              "presses ContactView_button_Delete\n"
+              "button: FileManager_Cancel 5\nbutton: (FileManager_Cancel) 5\nmain: ContactView_waitDelete\n"
+              "asks ContactView_DeleteWindowTitle|ContactView_waitDelete [(FileManager_Cancel)]\n"
+              "main: ContactView_deleting\nbutton: FileManager_Cancel 5\nbutton: MessageDialog_Ok 15\nmain: 2 gone\n"
+              "presses MessageDialog_Ok");
     EXPECT_EQ(device_->log.take(), "delete 2");
     EXPECT_EQ(rows(), "Bob");
     EXPECT_EQ(rows(*model_->globalArray), "Bob");

@@ -10,7 +10,8 @@ namespace fs = std::filesystem;
 class ContactExport : public ContactCategory {
 protected:
     ContactExport() {
-        world_.setTexts({{"ContactView_successExport", "%ld exported"}, {"ContactView_successExport(s)", "%ld exported (s)"}});
+        world_.setTexts(
+            {{"ContactView_successExport", "%ld exported"}, {"ContactView_successExport(s)", "%ld exported (s)"}});
     }
     [[nodiscard]] NSString path(const char *name) const { return NSString((folder_ / name).string()); }
     void export_(AnswerScript &answers, const char *entry, const char *name) {
@@ -50,7 +51,8 @@ TEST_F(ContactExport, withoutASelectionAnEmptyFileStaysAndNoWindowComes) {
 
 TEST_F(ContactExport, asksForATimedNameInTheLastFolder) {
     openWith({"Ann"});
-    EXPECT_EQ(panelAsks([&] { manager_->exportTovCardFile(nullptr); }), "vcf /home/ann/Documents Contacts_00000000_000000");
+    EXPECT_EQ(panelAsks([&] { manager_->exportTovCardFile(nullptr); }),
+              "vcf /home/ann/Documents Contacts_00000000_000000");
     RVProductConfig::setValue_forKey("/last", "ContactExportPathKey");
     EXPECT_EQ(panelAsks([&] { manager_->exportToCSVFile(nullptr); }), "csv /last Contacts_00000000_000000");
 }

@@ -129,8 +129,9 @@ TEST_F(ContactImport, aRepeatedContactLendsItsNumbers) {
     AnswerScript answers;
     answers.at(kSuccess).press("MessageDialog_Ok");
     import("book.vcf", "BEGIN:VCARD\nN:Ann;;;;\nTEL;type=HOME:55\nEND:VCARD\n", answers);
-    EXPECT_EQ(described(device_->stored), "pKey=1; completeName=Ann; tel(home)=5-5; tel(cell)=66\n"
-                                          "last_name=Ann; first_name=; middle_name=; name_title=; name_suffix=; tel(HOME)=55; tel(cell)=66\n");
+    EXPECT_EQ(described(device_->stored),
+              "pKey=1; completeName=Ann; tel(home)=5-5; tel(cell)=66\n"
+              "last_name=Ann; first_name=; middle_name=; name_title=; name_suffix=; tel(HOME)=55; tel(cell)=66\n");
 }
 
 TEST_F(ContactImport, aCancelStopsAtTheNextContact) {

@@ -108,7 +108,8 @@ TEST_F(ContactListing, rowsThatDoNotExistLeaveTheDetailsAlone) {
 }
 
 TEST_F(ContactListing, theDetailsStandInTheirOrder) {
-    add("Ann", "notes=note; company=Acme; department=; job=; birthday=1990; im(home)=AIM/joe; related(Spouse)=Bob; date(Day)=2001; "
+    add("Ann", "notes=note; company=Acme; department=; job=; birthday=1990; im(home)=AIM/joe; related(Spouse)=Bob; "
+               "date(Day)=2001; "
                "adr(work)=1 Main St,~,~,~,US; url(other)=u; email(home)=a@b; email(~)=~; tel(cell)=1; tel(fax)=2");
     openWith({});
     EXPECT_EQ(details(),
@@ -118,7 +119,8 @@ TEST_F(ContactListing, theDetailsStandInTheirOrder) {
 }
 
 TEST_F(ContactListing, rowHeights) {
-    add("Ann", "birthday=1990; department=; notes=a\nb; company=" + std::string(30, 'a') + " " + std::string(30, 'b'));   // 30 letters are 195 wide
+    add("Ann", "birthday=1990; department=; notes=a\nb; company=" + std::string(30, 'a') + " " +
+                   std::string(30, 'b'));   // 30 letters are 195 wide
     openWith({});
     EXPECT_EQ(table_->rectOfRow(0).size.height - table_->intercellSpacing().height, 52.0);
     const auto details = manager_->detailTableView.lock();

@@ -24,9 +24,11 @@ TEST_P(Repeat, isTheFirstContactThatAgrees) {
 INSTANTIATE_TEST_SUITE_P(Samples, Repeat, testing::ValuesIn(casesOf("cases/repeats.txt", 3)), nameOfCase);
 
 TEST(RepeatedRecord, carriesTheContactsNumbersOn) {
-    const auto contact = contactOf("completeName=Ann; tel()=5-5; tel()=66; tel()=6-6; tel()=~; email()=A@b; email()=new@b; email()=NEW@b; email()=~");
+    const auto contact = contactOf("completeName=Ann; tel()=5-5; tel()=66; tel()=6-6; tel()=~; email()=A@b; "
+                                   "email()=new@b; email()=NEW@b; email()=~");
     const std::string before = described(*contact);
-    const auto record = contactOf("completeName=Ann; tel()=55; email()=a@B"), other = contactOf("completeName=Bob; tel()=1");
+    const auto record = contactOf("completeName=Ann; tel()=55; email()=a@B"),
+               other = contactOf("completeName=Bob; tel()=1");
     ContactRepeatCheck({contact}).combineImportRepeatContacts({record, other});
     EXPECT_EQ(described(*record), "completeName=Ann; tel()=55; tel()=66; tel()=~; email()=a@B; email()=new@b");
     EXPECT_EQ(described(*other), "completeName=Bob; tel()=1");
@@ -35,7 +37,8 @@ TEST(RepeatedRecord, carriesTheContactsNumbersOn) {
 
 TEST(RepeatedRecord, anUntouchedOneStaysSo) {
     const auto record = make<ZpContactDataInfo>();
-    ContactRepeatCheck({contactOf("completeName=Ann; tel()=1"), make<ZpContactDataInfo>()}).combineImportRepeatContacts({record});
+    ContactRepeatCheck({contactOf("completeName=Ann; tel()=1"), make<ZpContactDataInfo>()})
+        .combineImportRepeatContacts({record});
     EXPECT_TRUE(record->isUntouched());
 }
 

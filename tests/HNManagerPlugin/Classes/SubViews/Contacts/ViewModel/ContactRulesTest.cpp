@@ -10,7 +10,8 @@ namespace {
 using namespace contactRules;
 
 // Asked both ways, of records of their own: asking may sort their lists.
-template <class Rule> std::string asked(const Case &pair, Rule rule) {
+template <class Rule>
+std::string asked(const Case &pair, Rule rule) {
     const auto answer = [&](std::size_t left, std::size_t right) {
         return rule(*contactOf(pair.parts[left]), *contactOf(pair.parts[right])) ? "agree" : "differ";
     };

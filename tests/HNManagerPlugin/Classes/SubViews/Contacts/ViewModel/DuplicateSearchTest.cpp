@@ -78,7 +78,8 @@ Plain plainly(const ContactList &contacts) {
         w.erase(w.begin());
         ContactList r, g;
         for (const Person &c : w) {
-            const bool isIn = checkContactItem_sameAs(*c, *h) && (checkContactName_sameAs(*c, *h) || shares(*c, *h, false));
+            const bool isIn =
+                checkContactItem_sameAs(*c, *h) && (checkContactName_sameAs(*c, *h) || shares(*c, *h, false));
             (isIn ? g : r).push_back(c);
         }
         for (ContactList f = g; !r.empty();) {
@@ -101,7 +102,8 @@ Plain plainly(const ContactList &contacts) {
             g.insert(g.end(), m.begin(), m.end());
             r = rest;
             f = m;
-            plain.log += "--- " + std::to_string(r.size()) + " - " + std::to_string(g.size()) + " - " + std::to_string(m.size()) + "\n";
+            plain.log += "--- " + std::to_string(r.size()) + " - " + std::to_string(g.size()) + " - " +
+                         std::to_string(m.size()) + "\n";
         }
         if (!g.empty()) {
             g.push_back(h);
@@ -120,7 +122,8 @@ TEST(DuplicateSearch, givesWhatTheWalkOverAllPairsGives) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         const ContactList contacts = Crowd(seed).contacts(2 + seed % 60);
         std::string log;
-        const auto groups = DuplicateSearch::groupsOf(contacts, {}, [&](std::string_view line) { log += std::string(line) + "\n"; });
+        const auto groups =
+            DuplicateSearch::groupsOf(contacts, {}, [&](std::string_view line) { log += std::string(line) + "\n"; });
         const Plain plain = plainly(contacts);
         ASSERT_EQ(text(groups, contacts), plain.groups);
         ASSERT_EQ(log, plain.log);
