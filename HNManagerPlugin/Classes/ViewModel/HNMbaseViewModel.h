@@ -75,6 +75,8 @@ protected:
 
     // The key under which a row's selection is remembered.
     [[nodiscard]] virtual NSString identifierOfRow(const id &row) const;
+    // Asks memory for what identifierOfRow reads of a row that is already there.
+    virtual void prefetchIdentifier(const NSObject &) const {}
     // The search that all list categories share. `matches` is asked for each row of globalArray, in order.
     bool searchRows(const NSString &text, const RowTest &matches);
     // Rows on show that are not selected lose their memory; rows that the present filter hides keep theirs.
@@ -83,6 +85,7 @@ protected:
     void rememberSelection();
 
 private:
+    template <class Visit> void visitIdentifiers(const NSArray &rows, Visit &&visit) const;   // the row and its key
     void showRows(const NSArray &rows);
     void restoreSelection();
 };

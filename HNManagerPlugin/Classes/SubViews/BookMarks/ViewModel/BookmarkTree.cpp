@@ -205,7 +205,7 @@ private:
 
     // A walk spends most of its time waiting for memory: a node, then its texts, are asked for a little before their turn.
     static void fetchAhead(const NSArray &nodes, std::size_t at) {
-        constexpr std::size_t kNodes = 8, kTexts = 4;
+        constexpr std::size_t kNodes = 4, kTexts = 2;
         if (const NSObject *later = nodes[at + kNodes].get()) {
             __builtin_prefetch(later);
             __builtin_prefetch(&static_cast<const HNBookMarkEntity *>(later)->url);

@@ -20,11 +20,13 @@ public:
 private:
     struct Folded {
         const NSObject *row = nullptr;
+        const ZpContactDataInfo *contact = nullptr;   // the same one; null where it is none
         std::size_t place = 0;
         std::vector<NSString> sources;
         std::string text;   // of all sources, parted by a byte that no text has
     };
     void meet(const NSArray::Items &rows);
+    void fetchAhead(std::size_t at) const;
     // In the order in which the records lie in memory: a search is mostly waiting for it.
     std::vector<Folded> known_;
 };

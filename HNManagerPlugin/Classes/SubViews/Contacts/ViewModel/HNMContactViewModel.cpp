@@ -178,6 +178,11 @@ NSString HNMContactViewModel::identifierOfRow(const id &row) const {
     return contact ? contact->pKey() : NSString();
 }
 
+void HNMContactViewModel::prefetchIdentifier(const NSObject &row) const {
+    if (row.isMemberOf<ZpContactDataInfo>())
+        __builtin_prefetch(&static_cast<const ZpContactDataInfo &>(row).pKey());
+}
+
 void HNMContactViewModel::searchSelectedChanged() {
     constexpr std::size_t kFew = 1000;   // as many are stored within a frame
     const auto controller = arrayController.lock();

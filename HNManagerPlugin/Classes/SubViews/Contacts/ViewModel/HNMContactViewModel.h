@@ -77,6 +77,7 @@ public:
 
 protected:
     [[nodiscard]] NSString identifierOfRow(const id &row) const override;
+    void prefetchIdentifier(const NSObject &row) const override;
 
 private:
     [[nodiscard]] CContactManagerImpl *contacts();
