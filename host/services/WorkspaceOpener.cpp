@@ -22,16 +22,23 @@ bool staysPlain(char c) {
            std::string_view("-._~/").find(c) != std::string_view::npos;
 }
 
-std::mutex listenerGuard;
-std::function<void(const std::string &)> failureListener;
+// Never destroyed: a thread that waits for what was opened may outlive the program's static objects.
+struct FailureListener {
+    std::mutex guard;
+    std::function<void(const std::string &)> told;
+};
+FailureListener &failureListener() {
+    static auto &listener = *new FailureListener;
+    return listener;
+}
 
 bool tellFailure(const std::string &what) {
-    const auto listener = [] {
-        const std::scoped_lock lock(listenerGuard);
-        return failureListener;
+    const auto told = [] {
+        const std::scoped_lock lock(failureListener().guard);
+        return failureListener().told;
     }();
-    if (listener)
-        listener(what);
+    if (told)
+        told(what);
     return false;
 }
 
@@ -44,8 +51,8 @@ bool hasFoundNoProgram(int status) {
 }  // namespace
 
 void WorkspaceOpener::setFailureListener(std::function<void(const std::string &)> listener) {
-    const std::scoped_lock lock(listenerGuard);
-    failureListener = std::move(listener);
+    const std::scoped_lock lock(failureListener().guard);
+    failureListener().told = std::move(listener);
 }
 
 std::string WorkspaceOpener::addressOf(const NSString &path) {

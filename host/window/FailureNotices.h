@@ -1,8 +1,8 @@
 // What failed although the flow's own window does not say so, or not why: one notice, once no modal window is left.
 //
 // Told      items that the device layer could not do and its reasons, files that were not written, commands that failed,
-//           attachments that are not in the backup, what no program of the computer opens. Not told: a device that went away and a wrong password, which have
-//           windows of their own.
+//           attachments that are not in the backup, what no program of the computer opens. Not told: a device that went
+//           away and a wrong password, which have windows of their own.
 // Life      from install to remove; held by its owner. Threads: main, hears on any.
 #pragma once
 
